@@ -1,0 +1,54 @@
+# What every target of the project has in common.
+
+# orl_target_defaults(TARGET): the language, hidden symbols, warnings, and the instrumentation of the build.
+function(orl_target_defaults target)
+  target_compile_features(${target} PUBLIC cxx_std_17)
+  set_target_properties(${target} PROPERTIES
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    POSITION_INDEPENDENT_CODE ON)
+
+  target_compile_options(${target} PRIVATE
+    -Wall
+    -Wextra
+    -Wpedantic
+    -Wconversion            # silent narrowing is how a tick count loses its upper half
+    -Wsign-conversion
+    -Wshadow
+    -Wnon-virtual-dtor      # counted objects are deleted through their bases
+    -Woverloaded-virtual
+    -Wcast-align
+    -Wformat=2)
+  if(ORL_WARNINGS_AS_ERRORS)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+
+  if(ORL_SANITIZE)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=${ORL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=${ORL_SANITIZE})
+    if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+      # The JSON library's stack adds to its null pointer before the first push; only clang's check objects.
+      target_compile_options(${target} PRIVATE -fno-sanitize=pointer-overflow)
+    endif()
+  endif()
+
+  if(ORL_COVERAGE)
+    target_compile_options(${target} PRIVATE --coverage -O0)
+    target_link_options(${target} PRIVATE --coverage)
+  endif()
+endfunction()
+
+# orl_use_json(TARGET SCOPE): RapidJSON, with one meaning of its assertion in every unit that shares its
+# templates. The library tests whatever it is given before it asks RapidJSON for it, so that no assertion
+# can fire; a build for testing throws to prove it, any other checks nothing. Neither aborts.
+function(orl_use_json target scope)
+  target_include_directories(${target} SYSTEM ${scope} "${ORL_RAPIDJSON_INCLUDE_DIR}")
+  if(ORL_CHECKED_JSON)
+    target_compile_options(${target} ${scope}
+      "-DRAPIDJSON_ASSERT(x)=static_cast<void>((x)?0:throw#x)" "-Wno-terminate")
+  else()
+    target_compile_options(${target} ${scope} "-DRAPIDJSON_ASSERT(x)=static_cast<void>(0)")
+  endif()
+endfunction()
