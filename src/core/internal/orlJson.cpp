@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+// Copyright Contributors to the orlCore project
+#include "internal/orlJson.h"
+
+#include <rapidjson/reader.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+namespace ORL_0_81 {
+
+namespace {
+
+// Stands between the parser and the document that it fills, and stops the parser at the first bracket too
+// deep.
+class DepthLimit {
+public:
+    explicit DepthLimit(rapidjson::Document& document) : m_document(document) {}
+
+    bool Null() { return m_document.Null(); }
+    bool Bool(bool value) { return m_document.Bool(value); }
+    bool Int(int value) { return m_document.Int(value); }
+    bool Uint(unsigned value) { return m_document.Uint(value); }
+    bool Int64(std::int64_t value) { return m_document.Int64(value); }
+    bool Uint64(std::uint64_t value) { return m_document.Uint64(value); }
+    bool Double(double value) { return m_document.Double(value); }
+    bool RawNumber(char const* text, rapidjson::SizeType length, bool copy) {
+        return m_document.RawNumber(text, length, copy);
+    }
+    bool String(char const* text, rapidjson::SizeType length, bool copy) {
+        return m_document.String(text, length, copy);
+    }
+    bool Key(char const* text, rapidjson::SizeType length, bool copy) {
+        return m_document.Key(text, length, copy);
+    }
+    bool StartObject() { return ++m_depth <= kMaxJsonDepth && m_document.StartObject(); }
+    bool EndObject(rapidjson::SizeType count) {
+        --m_depth;
+        return m_document.EndObject(count);
+    }
+    bool StartArray() { return ++m_depth <= kMaxJsonDepth && m_document.StartArray(); }
+    bool EndArray(rapidjson::SizeType count) {
+        --m_depth;
+        return m_document.EndArray(count);
+    }
+
+private:
+    rapidjson::Document& m_document;
+    unsigned m_depth = 0;
+};
+
+} // namespace
+
+rapidjson::ParseResult parseJson(char const* text, rapidjson::Document& document) {
+    rapidjson::ParseResult result;
+    auto parse = [text, &result](rapidjson::Document& target) {
+        rapidjson::StringStream stream(text);
+        DepthLimit limit(target);
+        rapidjson::Reader reader;
+        result = reader.Parse<rapidjson::kParseDefaultFlags>(stream, limit);
+        return !result.IsError();
+    };
+    document.SetNull();
+    document.Populate(parse);
+    return result;
+}
+
+std::string jsonToText(rapidjson::Value const& value) {
+    rapidjson::StringBuffer buffer;
+    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+    value.Accept(writer);
+    return std::string(buffer.GetString(), buffer.GetSize());
+}
+
+} // namespace ORL_0_81

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: Apache-2.0
+// Copyright Contributors to the orlCore project
+#include "rapidotio/orlOtioTimeRange.h"
+
+#include "rapidotio/internal/orlOtioWriting.h"
+
+namespace ORL_0_81::rapidotio {
+
+void TimeRange::toJson(rapidjson::Value& object, rapidjson::Document::AllocatorType& allocator) const {
+    Writing::addMembers(object, allocator,
+                        [this](Writing::ObjectBuilder& range) { range.addTimeRange(*this); });
+}
+
+} // namespace ORL_0_81::rapidotio
