@@ -21,15 +21,6 @@ rapidjson::Value const nullValue;
 
 constexpr char const DIALECT_VERSION[] = "0.81";
 
-bool isBelowTimeline(Node const* parent) {
-    for (Node const* node = parent; node; node = node->m_parent) {
-        if (dynamic_cast<TimelineNode const*>(node)) {
-            return true;
-        }
-    }
-    return false;
-}
-
 void adopt(Node& parent, rapidjson::Value const& json) {
     if (SharedPtr<Node> child = NodeFactory::buildNode(json, &parent)) {
         child->m_parent = &parent;
@@ -89,17 +80,6 @@ void Node::toJson(Json& value, Allocator& allocator) const {
 }
 
 char const* Node::getChildrenArrayName() const { return "children"; }
-
-Node::Json Node::childrenToJson(Allocator& allocator) const {
-    Json array(rapidjson::kArrayType);
-    array.Reserve(static_cast<rapidjson::SizeType>(m_children.size()), allocator);
-    for (SharedPtr<Node> const& child : m_children) {
-        if (child) {
-            child->toJson(array, allocator);
-        }
-    }
-    return array;
-}
 
 // NodeFactory
 
@@ -200,22 +180,37 @@ void TimelineNode::generateChildren() {
 }
 
 void TimelineNode::toJson(Json& object, Allocator& allocator) const {
-    if (!object.IsObject() || isBelowTimeline(m_parent)) {
+    if (!object.IsObject() || isBelowTimeline()) {
         return;
     }
     Node::toJson(object, allocator);
-    Writing::addMembers(object, allocator, [this](Writing::ObjectBuilder& timeline) {
-        timeline.addText("name", m_name);
-        timeline.addConstant("OTIO_SCHEMA", "Timeline.1");
-        timeline.addObject("metadata", [](Writing::ObjectBuilder& metadata) {
-            metadata.addObject("orl", [](Writing::ObjectBuilder& orl) {
-                orl.addConstant("ORL_SCHEMA", "TimelineMetadata.1");
-                orl.addConstant("version", DIALECT_VERSION);
-            });
-        });
-        timeline.addTime("global_start_time", m_globalStartTime);
-    });
+    Writing::addMembers(object, allocator, [this](auto& members) { Writing::describe(members, *this); });
 }
+
+bool TimelineNode::isBelowTimeline() const {
+    for (Node const* node = m_parent; node; node = node->m_parent) {
+        if (dynamic_cast<TimelineNode const*>(node)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+template <class Handler>
+void Writing::describe(ObjectBuilder<Handler>& members, TimelineNode const& node) {
+    members.addText("name", node.m_name);
+    members.addConstant("OTIO_SCHEMA", "Timeline.1");
+    members.addObject("metadata", [](auto& metadata) {
+        metadata.addObject("orl", [](auto& orl) {
+            orl.addConstant("ORL_SCHEMA", "TimelineMetadata.1");
+            orl.addConstant("version", DIALECT_VERSION);
+        });
+    });
+    members.addTime("global_start_time", node.m_globalStartTime);
+}
+
+template void Writing::describe(ObjectBuilder<Collector>&, TimelineNode const&);
+template void Writing::describe(ObjectBuilder<TextHandler>&, TimelineNode const&);
 
 // StackNode
 
@@ -230,17 +225,20 @@ void StackNode::accept(NodeVisitor& visitor) { visitor.visitStackNode(*this); }
 void StackNode::postAccept(NodeVisitor& visitor) { visitor.postVisitStackNode(*this); }
 
 void StackNode::toJson(Json& object, Allocator& allocator) const {
-    if (!object.IsObject()) {
-        return;
+    if (object.IsObject()) {
+        Json stack = Writing::buildNode(*this, allocator);
+        object.AddMember("tracks", stack, allocator);
     }
-    Json children = childrenToJson(allocator);
-    Json stack = Writing::buildObject(allocator, [](Writing::ObjectBuilder& members) {
-        members.addConstant("OTIO_SCHEMA", "Stack.1");
-        members.addSlot("children");
-    });
-    Writing::fillSlot(stack, "children", children);
-    object.AddMember("tracks", stack, allocator);
 }
+
+template <class Handler>
+void Writing::describe(ObjectBuilder<Handler>& members, StackNode const& node) {
+    members.addConstant("OTIO_SCHEMA", "Stack.1");
+    addChildren(members, node);
+}
+
+template void Writing::describe(ObjectBuilder<Collector>&, StackNode const&);
+template void Writing::describe(ObjectBuilder<TextHandler>&, StackNode const&);
 
 // TrackNode
 
@@ -264,23 +262,26 @@ void TrackNode::postAccept(NodeVisitor& visitor) { visitor.postVisitTrackNode(*t
 TrackKind TrackNode::getTrackKind() const { return m_kind; }
 
 void TrackNode::toJson(Json& array, Allocator& allocator) const {
-    if (!array.IsArray()) {
-        return;
+    if (array.IsArray()) {
+        Json track = Writing::buildNode(*this, allocator);
+        array.PushBack(track, allocator);
     }
-    Json children = childrenToJson(allocator);
-    Json track = Writing::buildObject(allocator, [this](Writing::ObjectBuilder& members) {
-        members.addText("name", m_name);
-        members.addConstant("OTIO_SCHEMA", "Track.1");
-        members.addSlot("children");
-        if (m_kind == kTrackVideo) {
-            members.addConstant("kind", "Video");
-        } else if (m_kind == kTrackAudio) {
-            members.addConstant("kind", "Audio");
-        }
-    });
-    Writing::fillSlot(track, "children", children);
-    array.PushBack(track, allocator);
 }
+
+template <class Handler>
+void Writing::describe(ObjectBuilder<Handler>& members, TrackNode const& node) {
+    members.addText("name", node.m_name);
+    members.addConstant("OTIO_SCHEMA", "Track.1");
+    addChildren(members, node);
+    if (node.m_kind == kTrackVideo) {
+        members.addConstant("kind", "Video");
+    } else if (node.m_kind == kTrackAudio) {
+        members.addConstant("kind", "Audio");
+    }
+}
+
+template void Writing::describe(ObjectBuilder<Collector>&, TrackNode const&);
+template void Writing::describe(ObjectBuilder<TextHandler>&, TrackNode const&);
 
 // GapNode
 
@@ -295,20 +296,23 @@ void GapNode::accept(NodeVisitor& visitor) { visitor.visitGapNode(*this); }
 void GapNode::postAccept(NodeVisitor& visitor) { visitor.postVisitGapNode(*this); }
 
 void GapNode::toJson(Json& array, Allocator& allocator) const {
-    if (!array.IsArray()) {
-        return;
+    if (array.IsArray()) {
+        Json gap = Writing::buildNode(*this, allocator);
+        array.PushBack(gap, allocator);
     }
-    Json effects = childrenToJson(allocator);
-    Json gap = Writing::buildObject(allocator, [this](Writing::ObjectBuilder& members) {
-        members.addText("name", m_name);
-        members.addConstant("OTIO_SCHEMA", "Gap.1");
-        members.addSlot("effects");
-        members.addTimeRange("source_range", m_sourceRange);
-        members.addObject("metadata", [](Writing::ObjectBuilder&) {});
-    });
-    Writing::fillSlot(gap, "effects", effects);
-    array.PushBack(gap, allocator);
 }
+
+template <class Handler>
+void Writing::describe(ObjectBuilder<Handler>& members, GapNode const& node) {
+    members.addText("name", node.m_name);
+    members.addConstant("OTIO_SCHEMA", "Gap.1");
+    addChildren(members, node);
+    members.addTimeRange("source_range", node.m_sourceRange);
+    members.addObject("metadata", [](auto&) {});
+}
+
+template void Writing::describe(ObjectBuilder<Collector>&, GapNode const&);
+template void Writing::describe(ObjectBuilder<TextHandler>&, GapNode const&);
 
 char const* GapNode::getChildrenArrayName() const { return "effects"; }
 

@@ -88,10 +88,6 @@ public:
     std::vector<SharedPtr<Node>> m_children;
     Node const* m_parent;
     std::string m_name;
-
-protected:
-    /// The children's texts as one array, as the normal form wants it of most nodes.
-    Json childrenToJson(Allocator& allocator) const;
 };
 
 /// The one place where a JSON object becomes a node.
@@ -131,6 +127,9 @@ public:
 
     /// Fills the object in place.
     void toJson(Json& object, Allocator& allocator) const override;
+
+    /// True when another timeline stands above this one, which then has no place in the text.
+    bool isBelowTimeline() const;
 
     Time m_globalStartTime;
     std::string m_version; ///< as read; what is written is always the library's own

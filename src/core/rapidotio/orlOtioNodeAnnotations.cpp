@@ -9,8 +9,6 @@
 
 namespace ORL_0_81::rapidotio {
 
-using Writing::ObjectBuilder;
-
 namespace {
 
 void readColour(rapidjson::Value const& json, std::vector<float>& rgba) {
@@ -42,7 +40,7 @@ void LayerNode::toJson(Json& object, Allocator& allocator) const {
         return;
     }
     EffectNode::toJson(object, allocator);
-    Writing::addMembers(object, allocator, [this](ObjectBuilder& members) {
+    Writing::addMembers(object, allocator, [this](auto& members) {
         members.addBool("hold", m_hold);
         members.addBool("ghost", m_ghost);
         members.addUInt("ghost_before", m_ghostBefore);
@@ -80,10 +78,10 @@ void PaintNode::accept(NodeVisitor& visitor) { visitor.visitEffectNode(*this); }
 void PaintNode::postAccept(NodeVisitor& visitor) { visitor.postVisitEffectNode(*this); }
 
 void PaintNode::toJson(Json& array, Allocator& allocator) const {
-    appendEffect<LayerNode>(*this, array, allocator, [this](ObjectBuilder& members) {
+    appendEffect<LayerNode>(*this, array, allocator, [this](auto& members) {
         members.addConstant("OTIO_SCHEMA", "Paint.1");
         members.addObjects("points", m_points,
-                           [](ObjectBuilder& object, Point const& point) { object.addPoint(point); });
+                           [](auto& object, Point const& point) { object.addMembersOf(point); });
         members.addDoubles("rgba", m_rgba);
         members.addText("type", m_type);
         members.addText("brush", m_brush);
@@ -118,7 +116,7 @@ void TextNode::accept(NodeVisitor& visitor) { visitor.visitEffectNode(*this); }
 void TextNode::postAccept(NodeVisitor& visitor) { visitor.postVisitEffectNode(*this); }
 
 void TextNode::toJson(Json& array, Allocator& allocator) const {
-    appendEffect<LayerNode>(*this, array, allocator, [this](ObjectBuilder& members) {
+    appendEffect<LayerNode>(*this, array, allocator, [this](auto& members) {
         members.addConstant("OTIO_SCHEMA", "Text.1");
         members.addText("text", m_text);
         members.addText("justification", m_justification);
@@ -142,7 +140,7 @@ void AnnotationNode::accept(NodeVisitor& visitor) { visitor.visitEffectNode(*thi
 void AnnotationNode::postAccept(NodeVisitor& visitor) { visitor.postVisitEffectNode(*this); }
 
 void AnnotationNode::toJson(Json& array, Allocator& allocator) const {
-    appendEffect<EffectNode>(*this, array, allocator, [](ObjectBuilder& members) {
+    appendEffect<EffectNode>(*this, array, allocator, [](auto& members) {
         members.addConstant("OTIO_SCHEMA", "Annotation.1"); //
     });
 }

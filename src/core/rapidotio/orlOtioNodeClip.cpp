@@ -169,65 +169,76 @@ void ClipNode::parseLegacyMetadata(Json const& object) {
 }
 
 void ClipNode::toJson(Json& array, Allocator& allocator) const {
-    if (!array.IsArray()) {
-        return;
+    if (array.IsArray()) {
+        Json clip = Writing::buildNode(*this, allocator);
+        array.PushBack(clip, allocator);
     }
-    using Writing::ObjectBuilder;
-
-    auto const format = [this](ObjectBuilder& orl) {
-        orl.addConstant("ORL_SCHEMA", "ClipNodeMediaReferenceMetadata.1");
-        orl.addObject("bounds", [this](ObjectBuilder& bounds) {
-            bounds.addDoubles("center", {m_boundsCenterX, m_boundsCenterY});
-            bounds.addDoubles("size", {m_boundsSizeX, m_boundsSizeY});
-        });
-        orl.addInts("pixel_resolution", {m_pixelWidth, m_pixelHeight});
-        orl.addText("data_type", m_dataType);
-        orl.addInt("num_video_channels", m_numVideoChannels);
-        orl.addDouble("pixel_aspect", m_pixelAspect);
-        orl.addDouble("frame_rate", m_frameRate);
-        orl.addBool("has_audio", m_hasAudio);
-        orl.addDouble("audio_sample_rate", m_audioSampleRate);
-        orl.addInt("num_audio_channels", m_numAudioChannels);
-        orl.addText("video_codec", m_videoCodec);
-        orl.addText("audio_codec", m_audioCodec);
-        orl.addInt("file_size_in_bytes", m_fileSizeInBytes);
-        orl.addObject("extra_data", [this](ObjectBuilder& extra) {
-            for (auto const& [name, value] : m_extraData) {
-                extra.addText(name, value);
-            }
-        });
-    };
-    auto const mediaReference = [this, &format](ObjectBuilder& reference) {
-        reference.addConstant("OTIO_SCHEMA", "ExternalReference.1");
-        reference.addTimeRange("available_range", m_availableRange);
-        reference.addObject("metadata", [&](ObjectBuilder& metadata) { metadata.addObject("orl", format); });
-        reference.addText("target_url", m_targetUrl);
-    };
-    auto const identity = [this](ObjectBuilder& orl) {
-        orl.addConstant("ORL_SCHEMA", "ClipMetadata.1");
-        orl.addObject("entity", [this](ObjectBuilder& entity) {
-            entity.addInt("id", m_entityId);
-            entity.addText("type", m_entityType);
-        });
-        orl.addObject("paths", [this](ObjectBuilder& paths) {
-            paths.addText("mp4", m_uploadedMovie);
-            paths.addText("file", m_pathToFrames);
-            paths.addText("movie", m_pathToMovie);
-        });
-        orl.addText("id", m_clipUid);
-    };
-
-    Json effects = childrenToJson(allocator);
-    Json clip = Writing::buildObject(allocator, [&](ObjectBuilder& members) {
-        members.addText("name", m_name);
-        members.addConstant("OTIO_SCHEMA", "Clip.1");
-        members.addSlot("effects");
-        members.addTimeRange("source_range", m_sourceRange);
-        members.addObject("media_reference", mediaReference);
-        members.addObject("metadata", [&](ObjectBuilder& metadata) { metadata.addObject("orl", identity); });
-    });
-    Writing::fillSlot(clip, "effects", effects);
-    array.PushBack(clip, allocator);
 }
+
+namespace {
+
+template <class Builder>
+void describeFormat(Builder& orl, ClipNode const& clip) {
+    orl.addConstant("ORL_SCHEMA", "ClipNodeMediaReferenceMetadata.1");
+    orl.addObject("bounds", [&](auto& bounds) {
+        bounds.addDoubles("center", {clip.m_boundsCenterX, clip.m_boundsCenterY});
+        bounds.addDoubles("size", {clip.m_boundsSizeX, clip.m_boundsSizeY});
+    });
+    orl.addInts("pixel_resolution", {clip.m_pixelWidth, clip.m_pixelHeight});
+    orl.addText("data_type", clip.m_dataType);
+    orl.addInt("num_video_channels", clip.m_numVideoChannels);
+    orl.addDouble("pixel_aspect", clip.m_pixelAspect);
+    orl.addDouble("frame_rate", clip.m_frameRate);
+    orl.addBool("has_audio", clip.m_hasAudio);
+    orl.addDouble("audio_sample_rate", clip.m_audioSampleRate);
+    orl.addInt("num_audio_channels", clip.m_numAudioChannels);
+    orl.addText("video_codec", clip.m_videoCodec);
+    orl.addText("audio_codec", clip.m_audioCodec);
+    orl.addInt("file_size_in_bytes", clip.m_fileSizeInBytes);
+    orl.addObject("extra_data", [&](auto& extra) {
+        for (auto const& [name, value] : clip.m_extraData) {
+            extra.addText(name, value);
+        }
+    });
+}
+
+template <class Builder>
+void describeIdentity(Builder& orl, ClipNode const& clip) {
+    orl.addConstant("ORL_SCHEMA", "ClipMetadata.1");
+    orl.addObject("entity", [&](auto& entity) {
+        entity.addInt("id", clip.m_entityId);
+        entity.addText("type", clip.m_entityType);
+    });
+    orl.addObject("paths", [&](auto& paths) {
+        paths.addText("mp4", clip.m_uploadedMovie);
+        paths.addText("file", clip.m_pathToFrames);
+        paths.addText("movie", clip.m_pathToMovie);
+    });
+    orl.addText("id", clip.m_clipUid);
+}
+
+} // namespace
+
+template <class Handler>
+void Writing::describe(ObjectBuilder<Handler>& members, ClipNode const& clip) {
+    members.addText("name", clip.m_name);
+    members.addConstant("OTIO_SCHEMA", "Clip.1");
+    addChildren(members, clip);
+    members.addTimeRange("source_range", clip.m_sourceRange);
+    members.addObject("media_reference", [&](auto& reference) {
+        reference.addConstant("OTIO_SCHEMA", "ExternalReference.1");
+        reference.addTimeRange("available_range", clip.m_availableRange);
+        reference.addObject("metadata", [&](auto& metadata) {
+            metadata.addObject("orl", [&](auto& orl) { describeFormat(orl, clip); });
+        });
+        reference.addText("target_url", clip.m_targetUrl);
+    });
+    members.addObject("metadata", [&](auto& metadata) {
+        metadata.addObject("orl", [&](auto& orl) { describeIdentity(orl, clip); });
+    });
+}
+
+template void Writing::describe(ObjectBuilder<Collector>&, ClipNode const&);
+template void Writing::describe(ObjectBuilder<TextHandler>&, ClipNode const&);
 
 } // namespace ORL_0_81::rapidotio

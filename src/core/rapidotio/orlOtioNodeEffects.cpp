@@ -9,8 +9,6 @@
 
 namespace ORL_0_81::rapidotio {
 
-using Writing::ObjectBuilder;
-
 // EffectNode
 
 EffectNode::EffectNode(Json const& json, Node const* parent) : Node(json, parent) {
@@ -25,16 +23,16 @@ void EffectNode::toJson(Json& object, Allocator& allocator) const {
     if (!object.IsObject()) {
         return;
     }
-    Json layers = childrenToJson(allocator);
+    Json layers = Writing::childrenToValue(*this, allocator);
     bool const hasLayers = !layers.Empty();
     bool const hasLayerRange = dynamic_cast<EffectNode const*>(m_parent) &&
                                m_layerRange.start_time.isDefined() && m_layerRange.duration.isDefined();
-    Writing::addMembers(object, allocator, [&](ObjectBuilder& members) {
+    Writing::addMembers(object, allocator, [&](auto& members) {
         members.addBool("visible", m_visible);
         members.addText("name", m_name);
         members.addText("effect_name", m_effectName);
         if (hasLayers) {
-            members.addSlot("layers");
+            Writing::addChildren(members, *this);
         }
         if (hasLayerRange) {
             members.addTimeRange("layer_range", m_layerRange);
@@ -61,7 +59,7 @@ void CompNode::accept(NodeVisitor& visitor) { visitor.visitEffectNode(*this); }
 void CompNode::postAccept(NodeVisitor& visitor) { visitor.postVisitEffectNode(*this); }
 
 void CompNode::toJson(Json& array, Allocator& allocator) const {
-    appendEffect<EffectNode>(*this, array, allocator, [this](ObjectBuilder& members) {
+    appendEffect<EffectNode>(*this, array, allocator, [this](auto& members) {
         members.addConstant("OTIO_SCHEMA", "Comp.1");
         members.addText("blend_mode", m_blendMode);
         members.addDouble("opacity", static_cast<double>(m_opacity));
@@ -90,7 +88,7 @@ void AngularMaskNode::accept(NodeVisitor& visitor) { visitor.visitEffectNode(*th
 void AngularMaskNode::postAccept(NodeVisitor& visitor) { visitor.postVisitEffectNode(*this); }
 
 void AngularMaskNode::toJson(Json& array, Allocator& allocator) const {
-    appendEffect<EffectNode>(*this, array, allocator, [this](ObjectBuilder& members) {
+    appendEffect<EffectNode>(*this, array, allocator, [this](auto& members) {
         members.addConstant("OTIO_SCHEMA", "AngularMask.1");
         members.addDoubles("pivot", {m_pivotX, m_pivotY});
         members.addDouble("angle_in_radians", static_cast<double>(m_angleInRadians));
@@ -103,7 +101,7 @@ namespace {
 
 constexpr std::size_t kCdlComponents = 3;
 
-void readComponents(rapidjson::Value const& json, char const* name, std::vector<double>& components) {
+void readComponents(rapidjson::Value const& json, Parsing::Name name, std::vector<double>& components) {
     std::vector<double> numbers;
     rapidjson::Value const* const array = Parsing::findArray(json, name);
     if (array && Parsing::toNumbers(*array, DBL_MAX, numbers) && numbers.size() >= kCdlComponents) {
@@ -144,7 +142,7 @@ void CDLNode::toJson(Json& array, Allocator& allocator) const {
         components.resize(kCdlComponents, neutral);
         return components;
     };
-    appendEffect<EffectNode>(*this, array, allocator, [&](ObjectBuilder& members) {
+    appendEffect<EffectNode>(*this, array, allocator, [&](auto& members) {
         members.addConstant("OTIO_SCHEMA", "CDL.1");
         members.addDoubles("slope", three(m_slope, 1.0));
         members.addDoubles("offset", three(m_offset, 0.0));

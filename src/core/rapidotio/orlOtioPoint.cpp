@@ -7,7 +7,7 @@
 namespace ORL_0_81::rapidotio {
 
 void Point::toJson(rapidjson::Value& object, rapidjson::Document::AllocatorType& allocator) const {
-    Writing::addMembers(object, allocator, [this](Writing::ObjectBuilder& point) { point.addPoint(*this); });
+    Writing::addMembers(object, allocator, [this](auto& members) { members.addMembersOf(*this); });
 }
 
 } // namespace ORL_0_81::rapidotio

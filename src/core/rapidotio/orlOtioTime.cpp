@@ -40,7 +40,7 @@ void Time::setTime(rapidjson::Value const& object) {
 }
 
 void Time::toJson(rapidjson::Value& object, rapidjson::Document::AllocatorType& allocator) const {
-    Writing::addMembers(object, allocator, [this](Writing::ObjectBuilder& time) { time.addTime(*this); });
+    Writing::addMembers(object, allocator, [this](auto& members) { members.addMembersOf(*this); });
 }
 
 } // namespace ORL_0_81::rapidotio

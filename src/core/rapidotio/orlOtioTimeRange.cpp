@@ -7,8 +7,7 @@
 namespace ORL_0_81::rapidotio {
 
 void TimeRange::toJson(rapidjson::Value& object, rapidjson::Document::AllocatorType& allocator) const {
-    Writing::addMembers(object, allocator,
-                        [this](Writing::ObjectBuilder& range) { range.addTimeRange(*this); });
+    Writing::addMembers(object, allocator, [this](auto& members) { members.addMembersOf(*this); });
 }
 
 } // namespace ORL_0_81::rapidotio

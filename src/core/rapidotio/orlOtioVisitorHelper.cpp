@@ -4,11 +4,9 @@
 
 #include "internal/orlJson.h"
 #include "rapidotio/internal/orlOtioParsing.h"
+#include "rapidotio/internal/orlOtioWriting.h"
 #include "rapidotio/orlOtioNode.h"
 #include "rapidotio/orlOtioNodeIterator.h"
-
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 namespace ORL_0_81::rapidotio {
 
@@ -23,14 +21,7 @@ bool VisitorHelper::visit(std::string const& json, NodeVisitor& visitor, std::st
     NodeIterator(root, visitor).iterate();
 
     if (output) {
-        rapidjson::Document written(rapidjson::kObjectType);
-        root.toJson(written, written.GetAllocator());
-
-        constexpr std::size_t kInitialCapacity = 256;
-        rapidjson::StringBuffer buffer(nullptr, kInitialCapacity);
-        rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
-        written.Accept(writer);
-        output->assign(buffer.GetString(), buffer.GetSize());
+        *output = Writing::toText(root, json.size());
     }
     return true;
 }

@@ -2,36 +2,142 @@
 // Copyright Contributors to the orlCore project
 #include "rapidotio/internal/orlOtioWriting.h"
 
-#include "rapidotio/orlOtioPoint.h"
-#include "rapidotio/orlOtioTimeRange.h"
+#include "rapidotio/orlOtioNode.h"
+
+#include <typeinfo>
 
 namespace ORL_0_81::rapidotio::Writing {
 
-void ObjectBuilder::addTime(Time const& time) {
-    addConstant("OTIO_SCHEMA", "RationalTime.1");
-    if (time.hasValue() && std::isfinite(time.value)) {
-        addDouble("value", time.value);
+namespace {
+
+constexpr std::size_t kFlushBytes = 32768;
+
+template <class NodeType>
+NodeType const* exactly(Node const& node) {
+    return typeid(node) == typeid(NodeType) ? static_cast<NodeType const*>(&node) : nullptr;
+}
+
+template <class NodeType>
+void writeObject(TextHandler& handler, NodeType const& node) {
+    handler.StartObject();
+    ObjectBuilder<TextHandler> members(handler);
+    describe(members, node);
+    handler.EndObject(members.members());
+}
+
+// What `node.toJson` appends to an array. The nodes that make up most of a document are written as they are;
+// any other makes its value first.
+void writeElements(TextHandler& handler, Node const& node) {
+    if (auto const* const clip = exactly<ClipNode>(node)) {
+        writeObject(handler, *clip);
+    } else if (auto const* const gap = exactly<GapNode>(node)) {
+        writeObject(handler, *gap);
+    } else if (auto const* const track = exactly<TrackNode>(node)) {
+        writeObject(handler, *track);
+    } else {
+        rapidjson::Value array(rapidjson::kArrayType);
+        node.toJson(array, handler.scratch());
+        for (rapidjson::Value const& element : array.GetArray()) {
+            element.Accept(handler);
+        }
+        handler.scratch().Clear();
     }
-    if (time.hasRate() && std::isfinite(time.rate)) {
-        addDouble("rate", time.rate);
+    handler.flushBuffer();
+}
+
+// What `node.toJson` adds to an object.
+void writeMembers(ObjectBuilder<TextHandler>& object, Node const& node) { // NOLINT(misc-no-recursion)
+    auto const writeChildren = [&] {
+        for (SharedPtr<Node> const& child : node.m_children) {
+            if (child) {
+                writeMembers(object, *child);
+            }
+        }
+    };
+    if (auto const* const timeline = exactly<TimelineNode>(node)) {
+        if (!timeline->isBelowTimeline()) {
+            writeChildren();
+            describe(object, *timeline);
+        }
+    } else if (auto const* const stack = exactly<StackNode>(node)) {
+        object.addKey("tracks");
+        writeObject(object.handler(), *stack);
+    } else if (exactly<RootNode>(node)) {
+        writeChildren();
+    } else {
+        rapidjson::Value value(rapidjson::kObjectType);
+        node.toJson(value, object.handler().scratch());
+        for (auto const& member : value.GetObject()) {
+            object.addKey(member.name.GetString(), member.name.GetStringLength(), true);
+            member.value.Accept(object.handler());
+        }
+        object.handler().scratch().Clear();
     }
 }
 
-void ObjectBuilder::addTimeRange(TimeRange const& range) {
-    addTime("start_time", range.start_time);
-    addTime("duration", range.duration);
-    addConstant("OTIO_SCHEMA", "TimeRange.1");
+} // namespace
+
+TextHandler::TextHandler(std::size_t sizeHint)
+    : rapidjson::Writer<rapidjson::StringBuffer>(buffer), m_scratch(m_scratchMemory, sizeof m_scratchMemory) {
+    m_text.reserve(sizeHint);
 }
 
-void ObjectBuilder::addPoint(Point const& point) {
-    addConstant("OTIO_SCHEMA", "Point.1");
-    addDouble("x", point.x);
-    addDouble("y", point.y);
-    addDouble("width", point.width);
+void TextHandler::flushBuffer() {
+    if (buffer.GetSize() >= kFlushBytes) {
+        m_text.append(buffer.GetString(), buffer.GetSize());
+        buffer.Clear();
+    }
+}
+
+std::string TextHandler::takeText() {
+    m_text.append(buffer.GetString(), buffer.GetSize());
+    buffer.Clear();
+    if (m_text.size() < m_text.capacity() / 2) {
+        m_text.shrink_to_fit();
+    }
+    return std::move(m_text);
+}
+
+void addChildren(ObjectBuilder<Collector>& members, Node const& node) {
+    char const* const name = node.getChildrenArrayName();
+    members.addKey(name, std::strlen(name), false);
+    members.handler().Null();
+}
+
+void addChildren(ObjectBuilder<TextHandler>& members, Node const& node) {
+    char const* const name = node.getChildrenArrayName();
+    members.addKey(name, std::strlen(name), false);
+    members.handler().StartArray();
+    for (SharedPtr<Node> const& child : node.m_children) {
+        if (child) {
+            writeElements(members.handler(), *child);
+        }
+    }
+    members.handler().EndArray();
 }
 
 void fillSlot(rapidjson::Value& object, char const* name, rapidjson::Value& value) {
     object.FindMember(name)->value = value;
+}
+
+rapidjson::Value childrenToValue(Node const& node, Allocator& allocator) {
+    rapidjson::Value array(rapidjson::kArrayType);
+    array.Reserve(static_cast<rapidjson::SizeType>(node.m_children.size()), allocator);
+    for (SharedPtr<Node> const& child : node.m_children) {
+        if (child) {
+            child->toJson(array, allocator);
+        }
+    }
+    return array;
+}
+
+std::string toText(Node const& root, std::size_t sizeHint) {
+    TextHandler handler(sizeHint);
+    handler.StartObject();
+    ObjectBuilder<TextHandler> members(handler);
+    writeMembers(members, root);
+    handler.EndObject(members.members());
+    return handler.takeText();
 }
 
 } // namespace ORL_0_81::rapidotio::Writing

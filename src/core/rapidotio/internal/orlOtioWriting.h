@@ -3,7 +3,12 @@
 #ifndef ORL_OTIO_WRITING_H
 #define ORL_OTIO_WRITING_H
 
+#include "rapidotio/orlOtioPoint.h"
+#include "rapidotio/orlOtioTimeRange.h"
+
 #include <rapidjson/document.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
 
 #include <cmath>
 #include <cstddef>
@@ -13,93 +18,141 @@
 
 namespace ORL_0_81::rapidotio {
 
-struct Point;
-struct Time;
-struct TimeRange;
+class ClipNode;
+class GapNode;
+class Node;
+class StackNode;
+class TimelineNode;
+class TrackNode;
 
-/// The counterpart of Parsing: builds the objects of a timeline document.
+/// The counterpart of Parsing: how a node becomes JSON.
 ///
-/// Added member by member, an object of RapidJSON's takes room for 16 members at its first one, which makes a
-/// document of small objects several times as large as it has to be. Built in one go, as the parser builds
-/// it, an object takes just what it needs. So the node classes describe an object to an ObjectBuilder.
+/// Each class tells the members of its object once, in describe(), to an ObjectBuilder. What they become is
+/// decided by the handler of RapidJSON's events behind it: a Collector makes a value of them, as Node::toJson
+/// wants it, and a TextHandler writes them as they come, so that a whole document needs no second DOM.
 namespace Writing {
 
 using Allocator = rapidjson::Document::AllocatorType;
 
-/// Collects the values of one object. Its scratch memory is a buffer of the caller's, then the heap.
+/// Makes one value. Its scratch memory is a buffer of the caller's, then the heap.
+///
+/// Added member by member, an object of RapidJSON's takes room for 16 members at its first one, which makes a
+/// document of small objects several times as large as it has to be. Collected in one go, as the parser does
+/// it, an object takes just what it needs.
 using Collector = rapidjson::GenericDocument<rapidjson::UTF8<>, Allocator, rapidjson::MemoryPoolAllocator<>>;
+
+/// The buffer of a TextHandler, which has to exist before the writer on it.
+struct TextBuffer {
+    rapidjson::StringBuffer buffer{nullptr, 256};
+};
+
+/// Writes compact text. What has been written moves on to a string from time to time, so that the buffer
+/// stays small and warm however long the text becomes.
+class TextHandler : private TextBuffer, public rapidjson::Writer<rapidjson::StringBuffer> {
+public:
+    /// \param sizeHint The likely size of the text in bytes.
+    explicit TextHandler(std::size_t sizeHint);
+
+    /// Memory for a passing value. Cleared by whoever used it.
+    Allocator& scratch() { return m_scratch; }
+
+    /// Moves the buffer on if it is worth it. Called between two values.
+    void flushBuffer();
+
+    /// \returns the whole text and leaves none.
+    std::string takeText();
+
+private:
+    alignas(std::max_align_t) char m_scratchMemory[8192];
+    Allocator m_scratch;
+    std::string m_text;
+};
 
 /// Receives the members of one object, in the order in which they are to stand.
 ///
 /// Names and constant texts are literals and are referred to, never copied. A number that is not finite,
 /// which JSON cannot tell, is written as 0.0.
+template <class Handler>
 class ObjectBuilder {
 public:
-    explicit ObjectBuilder(Collector& collector) : m_collector(collector) {}
+    explicit ObjectBuilder(Handler& handler) : m_handler(handler) {}
+
+    Handler& handler() const { return m_handler; }
+    rapidjson::SizeType members() const { return m_members; }
+
+    /// A member whose value the caller gives to the handler next.
+    template <std::size_t N>
+    void addKey(char const (&name)[N]) {
+        addKey(name, N - 1, false);
+    }
+
+    void addKey(char const* name, std::size_t length, bool copy) {
+        ++m_members;
+        m_handler.Key(name, static_cast<rapidjson::SizeType>(length), copy);
+    }
 
     template <std::size_t N, std::size_t M>
     void addConstant(char const (&name)[N], char const (&text)[M]) {
-        key(name);
-        m_collector.String(text, M - 1, false);
+        addKey(name);
+        m_handler.String(text, M - 1, false);
     }
 
     /// A text that lives in a node: copied, up to its first zero byte.
     template <std::size_t N>
     void addText(char const (&name)[N], std::string const& text) {
-        key(name);
+        addKey(name);
         copy(text);
     }
 
     /// As above, with a name that lives in a node, too.
     void addText(std::string const& name, std::string const& text) {
-        ++m_members;
-        copy(name);
+        addKey(name.c_str(), std::strlen(name.c_str()), true);
         copy(text);
     }
 
     template <std::size_t N>
     void addBool(char const (&name)[N], bool value) {
-        key(name);
-        m_collector.Bool(value);
+        addKey(name);
+        m_handler.Bool(value);
     }
 
     template <std::size_t N>
     void addInt(char const (&name)[N], int value) {
-        key(name);
-        m_collector.Int(value);
+        addKey(name);
+        m_handler.Int(value);
     }
 
     template <std::size_t N>
     void addUInt(char const (&name)[N], unsigned value) {
-        key(name);
-        m_collector.Uint(value);
+        addKey(name);
+        m_handler.Uint(value);
     }
 
     template <std::size_t N>
     void addDouble(char const (&name)[N], double value) {
-        key(name);
+        addKey(name);
         number(value);
     }
 
     template <std::size_t N>
     void addInts(char const (&name)[N], std::initializer_list<int> values) {
-        key(name);
-        m_collector.StartArray();
+        addKey(name);
+        m_handler.StartArray();
         for (int const value : values) {
-            m_collector.Int(value);
+            m_handler.Int(value);
         }
-        m_collector.EndArray(static_cast<rapidjson::SizeType>(values.size()));
+        m_handler.EndArray(static_cast<rapidjson::SizeType>(values.size()));
     }
 
     /// An array of doubles, of the given range of numbers.
     template <std::size_t N, class Numbers>
     void addDoubles(char const (&name)[N], Numbers const& values) {
-        key(name);
-        m_collector.StartArray();
+        addKey(name);
+        m_handler.StartArray();
         for (double const value : values) {
             number(value);
         }
-        m_collector.EndArray(static_cast<rapidjson::SizeType>(values.size()));
+        m_handler.EndArray(static_cast<rapidjson::SizeType>(values.size()));
     }
 
     template <std::size_t N>
@@ -107,101 +160,136 @@ public:
         addDoubles<N, std::initializer_list<double>>(name, values);
     }
 
-    /// An object whose members `describe(ObjectBuilder&)` adds.
-    template <std::size_t N, class Describe>
-    void addObject(char const (&name)[N], Describe describe) {
-        key(name);
-        element(describe);
+    /// An object whose members `describeMembers(ObjectBuilder&)` adds.
+    template <std::size_t N, class DescribeMembers>
+    void addObject(char const (&name)[N], DescribeMembers describeMembers) {
+        addKey(name);
+        object(describeMembers);
     }
 
-    /// An array of objects, one for each element of `range`, by `describe(ObjectBuilder&, element)`.
-    template <std::size_t N, class Range, class Describe>
-    void addObjects(char const (&name)[N], Range const& range, Describe describe) {
-        key(name);
-        m_collector.StartArray();
-        for (auto const& each : range) {
-            element([&](ObjectBuilder& object) { describe(object, each); });
+    /// An array of objects, one for each element, whose members `describeElement(ObjectBuilder&, element)`
+    /// adds.
+    template <std::size_t N, class Range, class DescribeElement>
+    void addObjects(char const (&name)[N], Range const& range, DescribeElement describeElement) {
+        addKey(name);
+        m_handler.StartArray();
+        for (auto const& element : range) {
+            object([&](ObjectBuilder& members) { describeElement(members, element); });
         }
-        m_collector.EndArray(static_cast<rapidjson::SizeType>(range.size()));
-    }
-
-    /// A place for a value that is moved in when the object is made, see fillSlot.
-    template <std::size_t N>
-    void addSlot(char const (&name)[N]) {
-        key(name);
-        m_collector.Null();
+        m_handler.EndArray(static_cast<rapidjson::SizeType>(range.size()));
     }
 
     template <std::size_t N>
     void addTime(char const (&name)[N], Time const& time) {
-        addObject(name, [&](ObjectBuilder& object) { object.addTime(time); });
+        addObject(name, [&](ObjectBuilder& members) { members.addMembersOf(time); });
     }
 
     template <std::size_t N>
     void addTimeRange(char const (&name)[N], TimeRange const& range) {
-        addObject(name, [&](ObjectBuilder& object) { object.addTimeRange(range); });
+        addObject(name, [&](ObjectBuilder& members) { members.addMembersOf(range); });
     }
 
-    /// The members of a time itself.
-    void addTime(Time const& time);
+    void addMembersOf(Time const& time) {
+        addConstant("OTIO_SCHEMA", "RationalTime.1");
+        if (time.hasValue() && std::isfinite(time.value)) {
+            addDouble("value", time.value);
+        }
+        if (time.hasRate() && std::isfinite(time.rate)) {
+            addDouble("rate", time.rate);
+        }
+    }
 
-    /// The members of a range itself.
-    void addTimeRange(TimeRange const& range);
+    void addMembersOf(TimeRange const& range) {
+        addTime("start_time", range.start_time);
+        addTime("duration", range.duration);
+        addConstant("OTIO_SCHEMA", "TimeRange.1");
+    }
 
-    /// The members of a point itself.
-    void addPoint(Point const& point);
-
-    rapidjson::SizeType members() const { return m_members; }
+    void addMembersOf(Point const& point) {
+        addConstant("OTIO_SCHEMA", "Point.1");
+        addDouble("x", point.x);
+        addDouble("y", point.y);
+        addDouble("width", point.width);
+    }
 
 private:
-    template <std::size_t N>
-    void key(char const (&name)[N]) {
-        ++m_members;
-        m_collector.Key(name, N - 1, false);
-    }
-
     void copy(std::string const& text) {
-        m_collector.String(text.c_str(), static_cast<rapidjson::SizeType>(std::strlen(text.c_str())), true);
+        m_handler.String(text.c_str(), static_cast<rapidjson::SizeType>(std::strlen(text.c_str())), true);
     }
 
-    void number(double value) { m_collector.Double(std::isfinite(value) ? value : 0.0); }
+    void number(double value) { m_handler.Double(std::isfinite(value) ? value : 0.0); }
 
-    template <class Describe>
-    void element(Describe describe) {
-        m_collector.StartObject();
-        ObjectBuilder object(m_collector);
-        describe(object);
-        m_collector.EndObject(object.members());
+    template <class DescribeMembers>
+    void object(DescribeMembers describeMembers) {
+        m_handler.StartObject();
+        ObjectBuilder inner(m_handler);
+        describeMembers(inner);
+        m_handler.EndObject(inner.m_members);
     }
 
-    Collector& m_collector;
+    Handler& m_handler;
     rapidjson::SizeType m_members = 0;
 };
 
-/// The object whose members `describe(ObjectBuilder&)` adds.
+/// The members of a node's own object, in their order, but for the "tracks" of a timeline, which stand before
+/// its first member. Each is defined beside its class, for both handlers.
+///
+/// Effects are few, so they make values only.
+template <class Handler>
+void describe(ObjectBuilder<Handler>& members, TimelineNode const& node);
+template <class Handler>
+void describe(ObjectBuilder<Handler>& members, StackNode const& node);
+template <class Handler>
+void describe(ObjectBuilder<Handler>& members, TrackNode const& node);
+template <class Handler>
+void describe(ObjectBuilder<Handler>& members, GapNode const& node);
+template <class Handler>
+void describe(ObjectBuilder<Handler>& members, ClipNode const& node);
+
+/// The member that holds the children: for a value an empty place, which fillSlot fills when the object is
+/// made, since a Collector takes no values; for text the children themselves.
+void addChildren(ObjectBuilder<Collector>& members, Node const& node);
+void addChildren(ObjectBuilder<TextHandler>& members, Node const& node);
+
+/// The object whose members `describeMembers(ObjectBuilder<Collector>&)` adds.
 ///
 /// Never inlined: its scratch buffer must not lie in the frame of a writer that goes down to its children.
-template <class Describe>
-[[gnu::noinline]] rapidjson::Value buildObject(Allocator& allocator, Describe describe) {
+template <class DescribeMembers>
+[[gnu::noinline]] rapidjson::Value buildObject(Allocator& allocator, DescribeMembers describeMembers) {
     constexpr std::size_t kStackBytes = 2048;
     constexpr std::size_t kPoolOverhead = 64;
     alignas(std::max_align_t) char scratch[kStackBytes + kPoolOverhead];
     rapidjson::MemoryPoolAllocator<> scratchPool(scratch, sizeof scratch);
     Collector collector(&allocator, kStackBytes, &scratchPool);
-    auto collect = [&describe](Collector& target) {
+    auto collect = [&describeMembers](Collector& target) {
         target.StartObject();
-        ObjectBuilder object(target);
-        describe(object);
-        return target.EndObject(object.members());
+        ObjectBuilder<Collector> members(target);
+        describeMembers(members);
+        return target.EndObject(members.members());
     };
     collector.Populate(collect);
     return rapidjson::Value(static_cast<rapidjson::Value&&>(collector));
 }
 
+/// Moves a value into the empty place of that name.
+void fillSlot(rapidjson::Value& object, char const* name, rapidjson::Value& value);
+
+/// The children's values as one array.
+rapidjson::Value childrenToValue(Node const& node, Allocator& allocator);
+
+/// A node's own object with its children.
+template <class NodeType>
+rapidjson::Value buildNode(NodeType const& node, Allocator& allocator) {
+    rapidjson::Value children = childrenToValue(node, allocator);
+    rapidjson::Value object = buildObject(allocator, [&node](auto& members) { describe(members, node); });
+    fillSlot(object, node.getChildrenArrayName(), children);
+    return object;
+}
+
 /// Adds the described members behind those that the object has.
-template <class Describe>
-void addMembers(rapidjson::Value& object, Allocator& allocator, Describe describe) {
-    rapidjson::Value built = buildObject(allocator, describe);
+template <class DescribeMembers>
+void addMembers(rapidjson::Value& object, Allocator& allocator, DescribeMembers describeMembers) {
+    rapidjson::Value built = buildObject(allocator, describeMembers);
     if (object.ObjectEmpty()) {
         object = built;
         return;
@@ -211,8 +299,9 @@ void addMembers(rapidjson::Value& object, Allocator& allocator, Describe describ
     }
 }
 
-/// Moves a value into the slot of that name.
-void fillSlot(rapidjson::Value& object, char const* name, rapidjson::Value& value);
+/// \param sizeHint The likely size of the text in bytes.
+/// \returns the compact text of what `root.toJson` adds to an empty object.
+std::string toText(Node const& root, std::size_t sizeHint);
 
 } // namespace Writing
 
