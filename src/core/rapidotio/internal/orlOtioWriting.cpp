@@ -68,7 +68,7 @@ void writeMembers(ObjectBuilder<TextHandler>& object, Node const& node) { // NOL
         rapidjson::Value value(rapidjson::kObjectType);
         node.toJson(value, object.handler().scratch());
         for (auto const& member : value.GetObject()) {
-            object.addKey(member.name.GetString(), member.name.GetStringLength(), true);
+            object.addKey(member.name.GetString(), member.name.GetStringLength());
             member.value.Accept(object.handler());
         }
         object.handler().scratch().Clear();
@@ -80,6 +80,14 @@ void writeMembers(ObjectBuilder<TextHandler>& object, Node const& node) { // NOL
 TextHandler::TextHandler(std::size_t sizeHint)
     : rapidjson::Writer<rapidjson::StringBuffer>(buffer), m_scratch(m_scratchMemory, sizeof m_scratchMemory) {
     m_text.reserve(sizeHint);
+}
+
+void TextHandler::PlainString(char const* text, std::size_t length) {
+    Prefix(rapidjson::kStringType);
+    char* const place = buffer.Push(length + 2);
+    place[0] = '"';
+    std::memcpy(place + 1, text, length);
+    place[length + 1] = '"';
 }
 
 void TextHandler::flushBuffer() {
@@ -99,14 +107,12 @@ std::string TextHandler::takeText() {
 }
 
 void addChildren(ObjectBuilder<Collector>& members, Node const& node) {
-    char const* const name = node.getChildrenArrayName();
-    members.addKey(name, std::strlen(name), false);
+    members.addPlainKey(node.getChildrenArrayName());
     members.handler().Null();
 }
 
 void addChildren(ObjectBuilder<TextHandler>& members, Node const& node) {
-    char const* const name = node.getChildrenArrayName();
-    members.addKey(name, std::strlen(name), false);
+    members.addPlainKey(node.getChildrenArrayName());
     members.handler().StartArray();
     for (SharedPtr<Node> const& child : node.m_children) {
         if (child) {

@@ -53,6 +53,10 @@ public:
     /// \param sizeHint The likely size of the text in bytes.
     explicit TextHandler(std::size_t sizeHint);
 
+    /// A key, or a string, that is known to need no escape. Half of a document is such text, and RapidJSON
+    /// looks at each character of a string before it writes it.
+    void PlainString(char const* text, std::size_t length);
+
     /// Memory for a passing value. Cleared by whoever used it.
     Allocator& scratch() { return m_scratch; }
 
@@ -68,10 +72,18 @@ private:
     std::string m_text;
 };
 
+inline void putPlain(Collector& handler, char const* text, std::size_t length) {
+    handler.String(text, static_cast<rapidjson::SizeType>(length), false);
+}
+
+inline void putPlain(TextHandler& handler, char const* text, std::size_t length) {
+    handler.PlainString(text, length);
+}
+
 /// Receives the members of one object, in the order in which they are to stand.
 ///
-/// Names and constant texts are literals and are referred to, never copied. A number that is not finite,
-/// which JSON cannot tell, is written as 0.0.
+/// Names and constant texts are literals that need no escape, and are referred to, never copied. A number
+/// that is not finite, which JSON cannot tell, is written as 0.0.
 template <class Handler>
 class ObjectBuilder {
 public:
@@ -83,18 +95,26 @@ public:
     /// A member whose value the caller gives to the handler next.
     template <std::size_t N>
     void addKey(char const (&name)[N]) {
-        addKey(name, N - 1, false);
+        ++m_members;
+        putPlain(m_handler, name, N - 1);
     }
 
-    void addKey(char const* name, std::size_t length, bool copy) {
+    /// As above, with a name that needs no escape and outlives the document.
+    void addPlainKey(char const* name) {
         ++m_members;
-        m_handler.Key(name, static_cast<rapidjson::SizeType>(length), copy);
+        putPlain(m_handler, name, std::strlen(name));
+    }
+
+    /// As above, with any name. It is copied.
+    void addKey(char const* name, std::size_t length) {
+        ++m_members;
+        m_handler.Key(name, static_cast<rapidjson::SizeType>(length), true);
     }
 
     template <std::size_t N, std::size_t M>
     void addConstant(char const (&name)[N], char const (&text)[M]) {
         addKey(name);
-        m_handler.String(text, M - 1, false);
+        putPlain(m_handler, text, M - 1);
     }
 
     /// A text that lives in a node: copied, up to its first zero byte.
@@ -106,7 +126,7 @@ public:
 
     /// As above, with a name that lives in a node, too.
     void addText(std::string const& name, std::string const& text) {
-        addKey(name.c_str(), std::strlen(name.c_str()), true);
+        addKey(name.c_str(), std::strlen(name.c_str()));
         copy(text);
     }
 
