@@ -47,7 +47,8 @@ function(orl_use_json target scope)
   target_include_directories(${target} SYSTEM ${scope} "${ORL_RAPIDJSON_INCLUDE_DIR}")
   if(ORL_CHECKED_JSON)
     target_compile_options(${target} ${scope}
-      "-DRAPIDJSON_ASSERT(x)=static_cast<void>((x)?0:throw#x)" "-Wno-terminate")
+      "-DRAPIDJSON_ASSERT(x)=static_cast<void>((x)?0:throw#x)"
+      $<$<CXX_COMPILER_ID:GNU>:-Wno-terminate> $<$<CXX_COMPILER_ID:Clang>:-Wno-exceptions>)
   else()
     target_compile_options(${target} ${scope} "-DRAPIDJSON_ASSERT(x)=static_cast<void>(0)")
   endif()
