@@ -52,7 +52,9 @@ public:
 
     /// Takes a share of the other's object, then releases its own. Self-assignment is safe.
     SharedPtr& operator=(SharedPtr const& other) {
-        SharedPtr(other).swap(*this);
+        if (this != &other) {
+            SharedPtr(other).swap(*this);
+        }
         return *this;
     }
 
