@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
 #include <thread>
 #include <type_traits>
 #include <utility>
@@ -39,7 +40,15 @@ protected:
 };
 
 using Implementations = testing::Types<RefCountedST, RefCountedMT>;
-TYPED_TEST_SUITE(RefCounted, Implementations);
+
+struct NameOf {
+    template <class Implementation>
+    static std::string GetName(int) {
+        return std::is_same_v<Implementation, RefCountedST> ? "ST" : "MT";
+    }
+};
+
+TYPED_TEST_SUITE(RefCounted, Implementations, NameOf);
 
 TYPED_TEST(RefCounted, ANewObjectHasNoOwner) {
     TypeParam const object;
