@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+// Copyright Contributors to the orlCore project
+#include "orlPlatform.h"
+
+#include <libgen.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string>
+
+namespace ORL_0_81 {
+
+String Platform::getExecutablePath() {
+    std::string const link = "/proc/" + std::to_string(getpid()) + "/exe";
+    char path[4096];
+    ssize_t const length = ::readlink(link.c_str(), path, sizeof path - 1);
+    if (length < 1) {
+        return String(".");
+    }
+    path[length] = '\0';
+
+    // The file of a running executable may be gone.
+    char* const resolved = ::realpath(path, nullptr);
+    String const directory(resolved ? ::dirname(resolved) : ".");
+    std::free(resolved);
+    return directory;
+}
+
+} // namespace ORL_0_81
