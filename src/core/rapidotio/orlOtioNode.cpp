@@ -180,20 +180,15 @@ void TimelineNode::generateChildren() {
 }
 
 void TimelineNode::toJson(Json& object, Allocator& allocator) const {
-    if (!object.IsObject() || isBelowTimeline()) {
+    if (!object.IsObject()) {
         return;
     }
-    Node::toJson(object, allocator);
-    Writing::addMembers(object, allocator, [this](auto& members) { Writing::describe(members, *this); });
-}
-
-bool TimelineNode::isBelowTimeline() const {
-    for (Node const* node = m_parent; node; node = node->m_parent) {
-        if (dynamic_cast<TimelineNode const*>(node)) {
-            return true;
+    for (SharedPtr<Node> const& child : m_children) {
+        if (child && Writing::fitsTimeline(*child)) {
+            child->toJson(object, allocator);
         }
     }
-    return false;
+    Writing::addMembers(object, allocator, [this](auto& members) { Writing::describe(members, *this); });
 }
 
 template <class Handler>

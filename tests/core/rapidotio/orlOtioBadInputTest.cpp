@@ -83,6 +83,7 @@ TEST(OtioBadInput, AValueOfAnyOtherTypeAtAnyPlaceIsReadAround) {
                            false, [](std::string const& text) {
                                std::string const once = normalized(text);
                                EXPECT_EQ(normalized(once), once);
+                               EXPECT_EQ(Tree(text).text(), once);
                            });
     }
 }

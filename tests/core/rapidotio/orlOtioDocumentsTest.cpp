@@ -40,6 +40,10 @@ TEST_P(OtioDocument, ComesOutInItsNormalFormByteForByte) {
     EXPECT_EQ(normalized(dataFile(kFolder + GetParam())), normalForm());
 }
 
+TEST_P(OtioDocument, ATreeThatIsWalkedAndWrittenByHandHasTheSameText) {
+    EXPECT_EQ(Tree(dataFile(kFolder + GetParam())).text(), normalForm());
+}
+
 TEST_P(OtioDocument, ItsNormalFormIsItsOwnNormalForm) { EXPECT_EQ(normalized(normalForm()), normalForm()); }
 
 TEST_P(OtioDocument, ReadingWritingReadingAndWritingIsReadingAndWriting) {

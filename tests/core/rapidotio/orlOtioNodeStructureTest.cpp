@@ -256,6 +256,19 @@ TEST(OtioTree, IsWrittenAfterItsDocumentIsGone) {
     EXPECT_EQ(writtenToObject(root), expected);
 }
 
+TEST(OtioTree, ATimelineThatOutlivesItsRootIsWrittenAsItStands) {
+    SharedPtr<Node> timeline;
+    std::string expected;
+    {
+        Tree source(R"({"OTIO_SCHEMA":"Timeline.1","name":"cut","tracks":{"OTIO_SCHEMA":"Stack.1","children":[
+            {"OTIO_SCHEMA":"Track.1","name":"V1","children":[{"OTIO_SCHEMA":"Clip.1","effects":[
+            {"OTIO_SCHEMA":"Annotation.1"}]}]}]}})");
+        expected = source.text();
+        timeline = source.root().m_children[0];
+    }
+    EXPECT_EQ(writtenToObject(*timeline), expected); // its parent pointer is stale by now
+}
+
 TEST(OtioTree, IsAssembledByHandFromTracksOfOtherTrees) {
     Tree first(R"({"OTIO_SCHEMA":"Timeline.1","tracks":{"OTIO_SCHEMA":"Stack.1","children":[
         {"OTIO_SCHEMA":"Track.1","children":[{"OTIO_SCHEMA":"Gap.1"}]}]}})");
@@ -329,6 +342,19 @@ TEST(OtioMisfits, ATimelineBelowATimelineIsLeftOutWithAllBelowIt) {
     EXPECT_NE(dynamic_cast<TrackNode*>(&tree.at({0, 0, 0, 0})), nullptr);
     EXPECT_EQ(tree.text(), bareTimelineText());
     EXPECT_EQ(normalized(underTimeline(underTimeline(underStack("")))), bareTimelineText());
+}
+
+TEST(OtioMisfits, ATimelineThatWasPutBelowATimelineByHandIsLeftOutAndItsSiblingsStay) {
+    SharedPtr<Node> const outer(new TimelineNode("outer"));
+    SharedPtr<Node> const inner(new TimelineNode("inner"));
+    inner->m_children.emplace_back(new StackNode);
+    outer->m_children.push_back(inner);
+    outer->m_children.emplace_back(new StackNode);
+    std::string const expected =
+        R"({"tracks":{"OTIO_SCHEMA":"Stack.1","children":[]},)" + timelineTail(R"("outer")");
+    EXPECT_EQ(writtenToObject(*outer), expected) << "without a parent";
+    inner->m_parent = outer.get();
+    EXPECT_EQ(writtenToObject(*outer), expected);
 }
 
 TEST(OtioMisfits, StacksAndTimelinesAmongTracksAreLeftOutAndTheirSiblingsStay) {

@@ -17,14 +17,14 @@ using namespace ORL_0_81::rapidotio;
 using namespace orlTest;
 
 template <class T>
-std::string said(bool (*get)(rapidjson::Value const&, char const*, T&), std::string const& text) {
+std::string said(bool (*get)(rapidjson::Value const&, Parsing::Name, T&), std::string const& text) {
     rapidjson::Document const document = parsed(text);
     T result = T();
     return diagnosticsOf([&] { get(document, "a", result); });
 }
 
 template <class T>
-std::string saidOfA(bool (*get)(rapidjson::Value const&, char const*, T&), std::string const& value) {
+std::string saidOfA(bool (*get)(rapidjson::Value const&, Parsing::Name, T&), std::string const& value) {
     return said(get, R"({"a":)" + value + "}");
 }
 
@@ -62,7 +62,7 @@ TypeRow const kTypes[] = {{"null", "Null"}, {"false", "False"},  {"true", "True"
 
 /// Expects the message for each type but those that the lookup takes.
 template <class T>
-void expectRefusals(bool (*get)(rapidjson::Value const&, char const*, T&), std::string const& asked,
+void expectRefusals(bool (*get)(rapidjson::Value const&, Parsing::Name, T&), std::string const& asked,
                     std::string const& taken) {
     for (TypeRow const& row : kTypes) {
         if (taken.find(row.word) == std::string::npos) {

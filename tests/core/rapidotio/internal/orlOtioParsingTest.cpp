@@ -20,7 +20,7 @@ rapidjson::Document holding(std::string const& value) { return parsed(R"({"a":)"
 
 /// What a lookup of "a" gives: `before` when it is refused.
 template <class T>
-T lookup(bool (*get)(rapidjson::Value const&, char const*, T&), std::string const& value, T before) {
+T lookup(bool (*get)(rapidjson::Value const&, Parsing::Name, T&), std::string const& value, T before) {
     rapidjson::Document const document = holding(value);
     T result = before;
     bool const found = get(document, "a", result);
@@ -262,6 +262,20 @@ TEST(OtioParsing, NamesAreComparedByLengthAndThenByBytes) {
     EXPECT_EQ(result, 5);
     EXPECT_TRUE(Parsing::getInt(document, "\xC3\xA4", result));
     EXPECT_EQ(result, 4);
+}
+
+TEST(OtioParsing, EveryByteOfANameCounts) {
+    std::string const letters = "abcdefghijklmnopqrstuvwxyz";
+    for (std::size_t length = 1; length <= letters.size(); ++length) {
+        std::string const name = letters.substr(0, length);
+        int result = 0;
+        EXPECT_TRUE(Parsing::getInt(parsed("{\"" + name + "\":1}"), name.c_str(), result)) << name;
+        for (std::size_t place = 0; place < length; ++place) {
+            std::string other = name;
+            other[place] = 'A';
+            EXPECT_FALSE(Parsing::getInt(parsed("{\"" + other + "\":1}"), name.c_str(), result)) << other;
+        }
+    }
 }
 
 TEST(OtioParsing, AnEmptyNameIsANameLikeAnyOther) {
