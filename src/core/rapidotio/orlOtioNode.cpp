@@ -10,7 +10,8 @@
 #include "rapidotio/internal/orlOtioWriting.h"
 #include "rapidotio/orlOtioNodeVisitor.h"
 
-#include <strings.h>
+#include <algorithm>
+#include <cstring>
 
 namespace ORL_0_81::rapidotio {
 
@@ -237,12 +238,25 @@ template void Writing::describe(ObjectBuilder<TextHandler>&, StackNode const&);
 
 // TrackNode
 
+namespace {
+
+// Without regard to the case of ASCII letters, and without a look at the locale: to a Turkish one the I of
+// "VIDEO" is another letter than the i of "video".
+bool isSameWord(std::string const& text, char const* lowerCase) {
+    auto const same = [](char left, char right) {
+        return (left >= 'A' && left <= 'Z' ? left - 'A' + 'a' : left) == right;
+    };
+    return std::equal(text.begin(), text.end(), lowerCase, lowerCase + std::strlen(lowerCase), same);
+}
+
+} // namespace
+
 TrackNode::TrackNode(Json const& json, Node const* parent) : Node(json, parent) {
     std::string kind;
     if (Parsing::getString(json, "kind", kind)) {
-        if (strcasecmp(kind.c_str(), "video") == 0) {
+        if (isSameWord(kind, "video")) {
             m_kind = kTrackVideo;
-        } else if (strcasecmp(kind.c_str(), "audio") == 0) {
+        } else if (isSameWord(kind, "audio")) {
             m_kind = kTrackAudio;
         }
     }

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <string>
 
 // The structural nodes: timeline, stack, track and gap, and what the writers do with shapes that don't fit.
@@ -161,6 +162,18 @@ TEST(OtioTrackNode, AKindIsReadInAnyCaseAndWrittenCapitalised) {
         EXPECT_EQ(track->getTrackKind(), row.kind) << row.json;
         EXPECT_EQ(writtenToArray(*track), "[" + trackText("[]", row.written) + "]") << row.json;
     }
+}
+
+TEST(OtioTrackNode, AKindMeansTheSameInALocaleWithOtherRulesOfCase) {
+    std::string const before = std::setlocale(LC_CTYPE, nullptr);
+    if (!std::setlocale(LC_CTYPE, "tr_TR.UTF-8")) {
+        GTEST_SKIP() << "no Turkish locale on this system";
+    }
+    TrackKind const video = Built<TrackNode>(R"({"OTIO_SCHEMA":"Track.1","kind":"VIDEO"})")->m_kind;
+    TrackKind const audio = Built<TrackNode>(R"({"OTIO_SCHEMA":"Track.1","kind":"AUDIO"})")->m_kind;
+    std::setlocale(LC_CTYPE, before.c_str());
+    EXPECT_EQ(video, kTrackVideo);
+    EXPECT_EQ(audio, kTrackAudio);
 }
 
 TEST(OtioTrackNode, WithoutAKindIsUnknownAndWritesNone) {
