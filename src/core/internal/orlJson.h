@@ -23,7 +23,7 @@ constexpr unsigned kMaxJsonDepth = 1000;
 /// \param text What stands behind the one root value must be white space.
 /// \param document Receives the root value; null after a failure.
 /// \returns what RapidJSON says, with the place of a failure in bytes. A text nested deeper than
-///     kMaxJsonDepth fails with kParseErrorTermination at the bracket that is one too many.
+///     kMaxJsonDepth fails with kParseErrorTermination just behind the bracket that is one too many.
 rapidjson::ParseResult parseJson(char const* text, rapidjson::Document& document);
 
 /// \returns the compact text of a value. A number that is not finite ends the text at that point.

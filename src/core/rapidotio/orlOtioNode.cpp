@@ -10,7 +10,8 @@
 #include "rapidotio/internal/orlOtioWriting.h"
 #include "rapidotio/orlOtioNodeVisitor.h"
 
-#include <strings.h>
+#include <algorithm>
+#include <cstring>
 
 namespace ORL_0_81::rapidotio {
 
@@ -180,20 +181,15 @@ void TimelineNode::generateChildren() {
 }
 
 void TimelineNode::toJson(Json& object, Allocator& allocator) const {
-    if (!object.IsObject() || isBelowTimeline()) {
+    if (!object.IsObject()) {
         return;
     }
-    Node::toJson(object, allocator);
-    Writing::addMembers(object, allocator, [this](auto& members) { Writing::describe(members, *this); });
-}
-
-bool TimelineNode::isBelowTimeline() const {
-    for (Node const* node = m_parent; node; node = node->m_parent) {
-        if (dynamic_cast<TimelineNode const*>(node)) {
-            return true;
+    for (SharedPtr<Node> const& child : m_children) {
+        if (child && Writing::fitsTimeline(*child)) {
+            child->toJson(object, allocator);
         }
     }
-    return false;
+    Writing::addMembers(object, allocator, [this](auto& members) { Writing::describe(members, *this); });
 }
 
 template <class Handler>
@@ -242,12 +238,25 @@ template void Writing::describe(ObjectBuilder<TextHandler>&, StackNode const&);
 
 // TrackNode
 
+namespace {
+
+// Without regard to the case of ASCII letters, and without a look at the locale: to a Turkish one the I of
+// "VIDEO" is another letter than the i of "video".
+bool isSameWord(std::string const& text, char const* lowerCase) {
+    auto const same = [](char left, char right) {
+        return (left >= 'A' && left <= 'Z' ? left - 'A' + 'a' : left) == right;
+    };
+    return std::equal(text.begin(), text.end(), lowerCase, lowerCase + std::strlen(lowerCase), same);
+}
+
+} // namespace
+
 TrackNode::TrackNode(Json const& json, Node const* parent) : Node(json, parent) {
     std::string kind;
     if (Parsing::getString(json, "kind", kind)) {
-        if (strcasecmp(kind.c_str(), "video") == 0) {
+        if (isSameWord(kind, "video")) {
             m_kind = kTrackVideo;
-        } else if (strcasecmp(kind.c_str(), "audio") == 0) {
+        } else if (isSameWord(kind, "audio")) {
             m_kind = kTrackAudio;
         }
     }

@@ -128,9 +128,6 @@ public:
     /// Fills the object in place.
     void toJson(Json& object, Allocator& allocator) const override;
 
-    /// True when another timeline stands above this one, which then has no place in the text.
-    bool isBelowTimeline() const;
-
     Time m_globalStartTime;
     std::string m_version; ///< as read; what is written is always the library's own
 };

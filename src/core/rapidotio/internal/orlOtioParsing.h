@@ -44,7 +44,8 @@ bool getInt(rapidjson::Value const& object, Name name, int& result);
 /// An integer number in the range of an unsigned 32-bit integer.
 bool getUInt(rapidjson::Value const& object, Name name, unsigned& result);
 
-/// A finite number that is written with a fraction or an exponent: 24.0 and 24e0, but not 24.
+/// A finite number that the parser holds as a double: one with a fraction or an exponent, 24.0 and 24e0, but
+/// not 24; and an integer beyond 64 bits.
 bool getDouble(rapidjson::Value const& object, Name name, double& result);
 
 /// As getDouble, within plus or minus 3.4028234e38, narrowed to float.

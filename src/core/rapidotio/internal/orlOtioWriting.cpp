@@ -47,23 +47,21 @@ void writeElements(TextHandler& handler, Node const& node) {
 
 // What `node.toJson` adds to an object.
 void writeMembers(ObjectBuilder<TextHandler>& object, Node const& node) { // NOLINT(misc-no-recursion)
-    auto const writeChildren = [&] {
+    auto const writeChildren = [&](auto fits) {
         for (SharedPtr<Node> const& child : node.m_children) {
-            if (child) {
+            if (child && fits(*child)) {
                 writeMembers(object, *child);
             }
         }
     };
     if (auto const* const timeline = exactly<TimelineNode>(node)) {
-        if (!timeline->isBelowTimeline()) {
-            writeChildren();
-            describe(object, *timeline);
-        }
+        writeChildren(fitsTimeline);
+        describe(object, *timeline);
     } else if (auto const* const stack = exactly<StackNode>(node)) {
         object.addKey("tracks");
         writeObject(object.handler(), *stack);
     } else if (exactly<RootNode>(node)) {
-        writeChildren();
+        writeChildren([](Node const&) { return true; });
     } else {
         rapidjson::Value value(rapidjson::kObjectType);
         node.toJson(value, object.handler().scratch());
@@ -121,6 +119,8 @@ void addChildren(ObjectBuilder<TextHandler>& members, Node const& node) {
     }
     members.handler().EndArray();
 }
+
+bool fitsTimeline(Node const& child) { return dynamic_cast<TimelineNode const*>(&child) == nullptr; }
 
 void fillSlot(rapidjson::Value& object, char const* name, rapidjson::Value& value) {
     object.FindMember(name)->value = value;

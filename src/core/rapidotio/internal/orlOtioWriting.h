@@ -291,6 +291,13 @@ template <class DescribeMembers>
     return rapidjson::Value(static_cast<rapidjson::Value&&>(collector));
 }
 
+/// False for a child that a timeline leaves out of its text: a timeline, whose members would mix with its
+/// own.
+///
+/// The parent leaves the child out rather than the child itself, since a node that outlived its tree may
+/// still be written, and its pointer to a parent is stale then.
+bool fitsTimeline(Node const& child);
+
 /// Moves a value into the empty place of that name.
 void fillSlot(rapidjson::Value& object, char const* name, rapidjson::Value& value);
 
