@@ -17,7 +17,7 @@ std::string tellOf(std::string const& file, Streams const& streams, bool isJson)
     if (!document.timeline()) {
         throw InputError(file, "holds no timeline");
     }
-    LossReport const losses(document);
+    LossReport const losses(document, LossScope::kReading);
     return isJson ? toJsonLine(file, summary, losses) : toTable(file, summary, losses);
 }
 

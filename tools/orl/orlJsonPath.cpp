@@ -46,7 +46,7 @@ std::string JsonPath::label() const {
     JsonPath const* step = this;
     for (; step->m_schema.empty() && step->m_parent; step = step->m_parent) {
         if (!step->m_isElement) {
-            members = quoted(step->m_name) + (members.empty() ? "" : "/") + members;
+            members = inQuotes(step->m_name) + (members.empty() ? "" : "/") + members;
         }
     }
     std::string label = printable(step->m_schema);

@@ -62,7 +62,7 @@ std::size_t sizeOf(Table const& table) {
 // the limit of nesting at parsing bounds.
 class LossFinder {
 public:
-    explicit LossFinder(LossSink const& sink) : m_sink(sink) {}
+    LossFinder(LossScope scope, LossSink const& sink) : m_scope(scope), m_sink(sink) {}
 
     void document(Value const& document, Node const& root);
 
@@ -101,6 +101,7 @@ private:
         lose(kind, place, place.label() + ' ' + fate);
     }
 
+    LossScope m_scope;
     LossSink const& m_sink;
 };
 
@@ -145,7 +146,7 @@ void LossFinder::lostObject(Value const& json, JsonPath const& place) {
     } else if (std::string_view const schema = schemaOf(json); schema.empty()) {
         lose(LossKind::kSchemaNotHandled, place, "an object has no schema");
     } else {
-        lose(LossKind::kSchemaNotHandled, place, "schema " + quoted(schema) + " is not handled");
+        lose(LossKind::kSchemaNotHandled, place, "schema " + inQuotes(schema) + " is not handled");
     }
 }
 
@@ -157,9 +158,10 @@ void LossFinder::node(Node const& node, Node const* parent, JsonPath const& plac
         return;
     }
     bool const isInnerTimeline = above && std::strcmp(schema->name, "Timeline.1") == 0;
-    if (isInnerTimeline || schema->writesToArray != (above && above->givesArray)) {
-        std::string const where = above ? "inside " + quoted(above->name) : "at the top";
-        lose(LossKind::kDoesNotFit, place, "schema " + quoted(schema->name) + " does not fit " + where);
+    bool const fits = !isInnerTimeline && schema->writesToArray == (above && above->givesArray);
+    if (!fits && m_scope == LossScope::kNormalForm) {
+        std::string const where = above ? "inside " + inQuotes(above->name) : "at the top";
+        lose(LossKind::kDoesNotFit, place, "schema " + inQuotes(schema->name) + " does not fit " + where);
         return;
     }
     members(node.m_json, *schema->table, place.asObject(schema->name), node);
@@ -238,8 +240,8 @@ void LossFinder::constant(Value const& value, Member const& member, JsonPath con
         loseMember(LossKind::kCut, place, "is cut at a zero byte");
         return;
     }
-    std::string const what = value.IsString() ? quoted(wholeText(value)) : describe(value, member.form);
-    loseMember(LossKind::kRewritten, place, what + " is rewritten as " + quoted(member.text));
+    std::string const what = value.IsString() ? inQuotes(wholeText(value)) : describe(value, member.form);
+    loseMember(LossKind::kRewritten, place, what + " is rewritten as " + inQuotes(member.text));
 }
 
 void LossFinder::scalar(Value const& value, Member const& member, JsonPath const& place, Node const& node) {
@@ -278,7 +280,7 @@ void LossFinder::trackKind(Value const& value, JsonPath const& place) {
     if (!isKind) {
         if (!saysNothing(value)) {
             std::string const what =
-                value.IsString() ? quoted(wholeText(value)) : describe(value, Form::kTrackKind);
+                value.IsString() ? inQuotes(wholeText(value)) : describe(value, Form::kTrackKind);
             loseMember(LossKind::kRefused, place, "is " + what + " where \"Video\" or \"Audio\" is expected");
         }
     } else if (isCut(value)) {
@@ -482,8 +484,8 @@ void LossFinder::refused(Value const& value, Form form, JsonPath const& place) {
 
 } // namespace
 
-void findLosses(Value const& document, Node const& root, LossSink const& sink) {
-    LossFinder(sink).document(document, root);
+void findLosses(Value const& document, Node const& root, LossScope scope, LossSink const& sink) {
+    LossFinder(scope, sink).document(document, root);
 }
 
 } // namespace ORL_0_81::tool

@@ -29,6 +29,9 @@ enum class LossKind {
     kCut               ///< only a part is kept
 };
 
+/// What is asked for: all losses, or those of reading alone, for which every node fits wherever it stands.
+enum class LossScope { kNormalForm, kReading };
+
 /// Receives one loss: its kind, what is lost in words that equal losses share, and where.
 using LossSink = std::function<void(LossKind, std::string const& what, JsonPath const& place)>;
 
@@ -41,7 +44,8 @@ using LossSink = std::function<void(LossKind, std::string const& what, JsonPath 
 ///
 /// \param document What was parsed.
 /// \param root The tree over it, walked to its end and unchanged.
-void findLosses(rapidjson::Value const& document, rapidotio::Node const& root, LossSink const& sink);
+void findLosses(rapidjson::Value const& document, rapidotio::Node const& root, LossScope scope,
+                LossSink const& sink);
 
 } // namespace ORL_0_81::tool
 

@@ -7,8 +7,8 @@
 
 namespace ORL_0_81::tool {
 
-LossReport::LossReport(TimelineDocument const& document) {
-    findLosses(document.json(), document.root(),
+LossReport::LossReport(TimelineDocument const& document, LossScope scope) {
+    findLosses(document.json(), document.root(), scope,
                [this](LossKind kind, std::string const& what, JsonPath const& place) {
                    ++m_count;
                    auto const [position, isNew] = m_positions.emplace(what, m_groups.size());

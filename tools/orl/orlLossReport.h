@@ -25,7 +25,7 @@ struct LossGroup {
 /// The losses of one document, grouped, in the order of their first places.
 class LossReport {
 public:
-    explicit LossReport(TimelineDocument const& document);
+    explicit LossReport(TimelineDocument const& document, LossScope scope = LossScope::kNormalForm);
 
     std::vector<LossGroup> const& groups() const { return m_groups; }
 

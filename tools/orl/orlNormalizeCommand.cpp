@@ -18,7 +18,7 @@ void print(LossReport const& report, std::string const& file, std::ostream& erro
     if (report.groups().empty()) {
         return;
     }
-    error << "orl: " << quoted(file) << ": not in the normal form:\n";
+    error << "orl: " << inQuotes(file) << ": not in the normal form:\n";
     for (LossGroup const& group : report.groups()) {
         error << "  " << LossReport::line(group) << '\n';
     }

@@ -48,7 +48,7 @@ std::string printable(std::string_view text) {
     return result;
 }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     std::string escaped;
     escaped.reserve(text.size());
     for (char const character : text) {

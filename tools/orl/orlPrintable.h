@@ -16,7 +16,7 @@ namespace ORL_0_81::tool {
 std::string printable(std::string_view text);
 
 /// The text between double quotes, with control characters, quotes and backslashes as JSON escapes them.
-std::string quoted(std::string_view text);
+std::string inQuotes(std::string_view text);
 
 } // namespace ORL_0_81::tool
 

@@ -61,7 +61,7 @@ CLI::App& addInfo(CLI::App& app, InfoCommand& command) {
 }
 
 void print(InputError const& error, std::ostream& out) {
-    out << "orl ERROR: " << quoted(error.file()) << " : " << error.what() << '\n';
+    out << "orl ERROR: " << inQuotes(error.file()) << " : " << error.what() << '\n';
 }
 
 int run(std::vector<std::string> const& arguments, Streams const& streams) {
