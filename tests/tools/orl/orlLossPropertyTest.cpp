@@ -362,7 +362,7 @@ TEST(orlLossProperty, EveryMemberOfACompleteDocumentMatters) {
 }
 
 TEST(orlLossProperty, TheReportOfDamagedDocumentsIsTrue) {
-    for (unsigned seed = 0; seed < 300 && !testing::Test::HasFailure(); ++seed) {
+    for (unsigned seed = 0; seed < 100 && !testing::Test::HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Document document = everything();
         Damage damage(seed);
@@ -374,7 +374,7 @@ TEST(orlLossProperty, TheReportOfDamagedDocumentsIsTrue) {
 }
 
 TEST(orlLossProperty, TheNormalFormOfDamagedDocumentsIsStableAndHasNoLosses) {
-    for (unsigned seed = 1000; seed < 2000 && !testing::Test::HasFailure(); ++seed) {
+    for (unsigned seed = 1000; seed < 1500 && !testing::Test::HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Document document = everything();
         Damage damage(seed);

@@ -22,7 +22,7 @@ struct Row {
     std::vector<std::string> losses;
 };
 
-[[maybe_unused]] void PrintTo(Row const& row, std::ostream* out) { *out << row.text; }
+[[maybe_unused]] void PrintTo(Row const& row, std::ostream* out) { *out << row.name; }
 
 std::string timeline(std::string const& members) { return R"({"OTIO_SCHEMA":"Timeline.1",)" + members + '}'; }
 

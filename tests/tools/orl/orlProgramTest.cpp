@@ -67,7 +67,7 @@ struct BrokenText {
     char const* reason;
 };
 
-[[maybe_unused]] void PrintTo(BrokenText const& broken, std::ostream* out) { *out << broken.reason; }
+[[maybe_unused]] void PrintTo(BrokenText const& broken, std::ostream* out) { *out << broken.meaning; }
 
 class orlBrokenText : public testing::TestWithParam<BrokenText> {};
 
