@@ -42,6 +42,8 @@ Value& at(Value& top, Way const& way) {
     return *value;
 }
 
+Value const& at(Value const& top, Way const& way) { return at(const_cast<Value&>(top), way); }
+
 struct Place {
     Way way;
     std::string pointer;
@@ -182,35 +184,56 @@ std::string normalFormOf(Value const& json) {
     return TimelineDocument("text", jsonToText(json)).normalForm();
 }
 
-void expectTruth(Document& json) {
-    std::string const text = jsonToText(json);
-    TimelineDocument const document("text", text);
-    std::string const normalForm = document.normalForm();
-    Leaves const kept = leavesOf(normalForm);
-    Told const told = tellOf(document);
+// One document with its normal form and what is told of it.
+class Judged {
+public:
+    explicit Judged(Document const& json)
+        : m_json(json),
+          m_text(jsonToText(json)),
+          m_document("text", m_text),
+          m_normalForm(m_document.normalForm()),
+          m_kept(leavesOf(m_normalForm)),
+          m_told(tellOf(m_document)) {}
 
-    if (told.isNothing()) {
-        EXPECT_TRUE(kept.has(leavesOf(json))) << text;
+    void expectTruth() const {
+        if (m_told.isNothing()) {
+            EXPECT_TRUE(m_kept.has(leavesOf(m_json))) << m_text;
+        }
+        for (Place const& place : placesOf(m_json)) {
+            expectTruthAt(place);
+        }
     }
-    for (Place const& place : placesOf(json)) {
+
+    void expectTruthAt(Place const& place) const {
         if (!place.isMember || place.isAmbiguous) {
-            continue;
+            return;
         }
         Document without;
-        without.CopyFrom(json, without.GetAllocator());
+        without.CopyFrom(m_json, without.GetAllocator());
         Value& object = at(without, Way(place.way.begin(), place.way.end() - 1));
         object.EraseMember(object.MemberBegin() + place.way.back());
-        bool const changes = normalFormOf(without) != normalForm;
+        expectTruthAt(place, normalFormOf(without));
+    }
 
-        if (told.covers(place.pointer)) {
-            EXPECT_FALSE(changes) << place.pointer << " is told as lost, but matters in\n" << text;
-        } else if (!changes && !told.reaches(place.pointer)) {
-            EXPECT_TRUE(kept.has(leavesOf(at(json, place.way))))
+    void expectTruthAt(Place const& place, std::string const& normalFormWithout) const {
+        bool const matters = normalFormWithout != m_normalForm;
+        if (m_told.covers(place.pointer)) {
+            EXPECT_FALSE(matters) << place.pointer << " is told as lost, but matters in\n" << m_text;
+        } else if (!matters && !m_told.reaches(place.pointer)) {
+            EXPECT_TRUE(m_kept.has(leavesOf(at(m_json, place.way))))
                 << place.pointer << " is lost, but not told, in\n"
-                << text;
+                << m_text;
         }
     }
-}
+
+private:
+    Document const& m_json;
+    std::string m_text;
+    TimelineDocument m_document;
+    std::string m_normalForm;
+    Leaves m_kept;
+    Told m_told;
+};
 
 // Damage
 
@@ -354,11 +377,87 @@ Document everything() {
     return document;
 }
 
+// A value of each form that JSON has, with texts and numbers that stand nowhere else.
+constexpr char const* forms[] = {"4711",
+                                 "4711.25",
+                                 "2147484711",
+                                 "-4711",
+                                 "1e300",
+                                 "\"a text\"",
+                                 "\"4711.75\"",
+                                 "\"/Sort/4711\"",
+                                 "[4711.5]",
+                                 "[4711, 4712.5]",
+                                 "[4711.5, 4712, 4713, 4714]",
+                                 "[4711, \"4712\"]",
+                                 R"({"some": "text"})",
+                                 R"({"OTIO_SCHEMA": "Clip.1", "name": "a text"})",
+                                 R"([{"OTIO_SCHEMA": "Point.1", "y": 4711, "x": 4712.5}])",
+                                 R"([{"OTIO_SCHEMA": "Marker.2", "name": "a text"}])"};
+
+Value parsed(char const* text, Document::AllocatorType& allocator) {
+    Document document;
+    document.Parse(text);
+    return Value(document, allocator);
+}
+
+std::set<std::string> namesIn(Value const& document) {
+    std::set<std::string> names{"markers", "enabled", "clip_uid", "timeline"};
+    for (Place const& place : placesOf(document)) {
+        if (place.isMember) {
+            names.insert(place.pointer.substr(place.pointer.rfind('/') + 1));
+        }
+    }
+    return names;
+}
+
 } // namespace
+
+TEST(orlLossProperty, TheReportIsTrueForEveryMemberInEveryForm) {
+    Document const document = everything();
+    for (Place const& place : placesOf(document)) {
+        for (char const* form : forms) {
+            if (place.pointer == "/OTIO_SCHEMA" || !place.isMember) {
+                continue; // without a timeline at the top all is lost at once
+            }
+            Document changed;
+            changed.CopyFrom(document, changed.GetAllocator());
+            at(changed, place.way) = parsed(form, changed.GetAllocator());
+            Judged(changed).expectTruthAt(place);
+        }
+    }
+}
+
+TEST(orlLossProperty, TheReportIsTrueForEveryMemberInEveryObject) {
+    Document const document = everything();
+    std::string const normalForm = normalFormOf(document);
+    std::set<std::string> const names = namesIn(document);
+    std::size_t form = 0;
+    for (Place const& place : placesOf(document)) {
+        Value const& object = at(document, place.way);
+        if (!object.IsObject()) {
+            continue;
+        }
+        for (std::string const& name : names) {
+            if (object.HasMember(name.c_str())) {
+                continue;
+            }
+            Document changed;
+            changed.CopyFrom(document, changed.GetAllocator());
+            auto& allocator = changed.GetAllocator();
+            Value& target = at(changed, place.way);
+            Place added{place.way, place.pointer + '/' + name, true, false};
+            added.way.push_back(target.MemberCount());
+            target.AddMember(Value(name.c_str(), allocator), parsed(forms[form], allocator), allocator);
+            Judged(changed).expectTruthAt(added, normalForm);
+            form = (form + 1) % std::size(forms);
+        }
+    }
+}
 
 TEST(orlLossProperty, EveryMemberOfACompleteDocumentMatters) {
     Document document = everything();
-    expectTruth(document);
+    Judged(document).expectTruth();
 }
 
 TEST(orlLossProperty, TheReportOfDamagedDocumentsIsTrue) {
@@ -369,7 +468,7 @@ TEST(orlLossProperty, TheReportOfDamagedDocumentsIsTrue) {
         for (std::size_t changes = 1 + damage.below(6); changes > 0; --changes) {
             damage.apply(document);
         }
-        expectTruth(document);
+        Judged(document).expectTruth();
     }
 }
 

@@ -216,15 +216,19 @@ INSTANTIATE_TEST_SUITE_P(
              "another member, first at " +
              clipPlace("media_reference/metadata/orl/bounds/center/0")}},
         Row{"ThePathsOfTheServiceThatTheClipReplaces",
-            clip(R"("media_reference":{"metadata":{"tr":{"entity":"/Version/1","entity_metadata":{)"
-                 R"("tr_path_to_movie":"a","tr_path_to_frames":"b"}}}},)"
-                 R"("metadata":{"orl":{"paths":{"movie":"c","file":"b"},"entity":{"id":2,"type":"Shot"}}})"),
+            clip(
+                R"("media_reference":{"metadata":{"tr":{"entity":"/Version/1","entity_metadata":{)"
+                R"("tr_path_to_movie":"a","tr_path_to_frames":"b","tr_uploaded_movie_mp4":{"url":"d"}}}}},)"
+                R"("metadata":{"orl":{"paths":{"movie":"c","file":"b","mp4":"e"},"entity":{"id":2,"type":"Shot"}}})"),
             {"1 x Clip.1 \"media_reference\"/\"metadata\"/\"tr\"/\"entity\" is replaced by another member, "
              "first at " +
                  clipPlace("media_reference/metadata/tr/entity"),
              "1 x Clip.1 \"media_reference\"/\"metadata\"/\"tr\"/\"entity_metadata\"/\"tr_path_to_movie\" is "
              "replaced by another member, first at " +
-                 clipPlace("media_reference/metadata/tr/entity_metadata/tr_path_to_movie")}},
+                 clipPlace("media_reference/metadata/tr/entity_metadata/tr_path_to_movie"),
+             "1 x Clip.1 \"media_reference\"/\"metadata\"/\"tr\"/\"entity_metadata\"/"
+             "\"tr_uploaded_movie_mp4\"/\"url\" is replaced by another member, first at " +
+                 clipPlace("media_reference/metadata/tr/entity_metadata/tr_uploaded_movie_mp4/url")}},
         Row{"MoreInTheBlockOfTheService",
             clip(R"("media_reference":{"metadata":{"tr":{"entity":"Version","host":"h"}}},)"
                  R"("metadata":{"tr":{"clip_uid":"u","user":"me"}})"),
