@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+// Copyright Contributors to the orlCore project
+#ifndef ORL_LOSS_REPORT_H
+#define ORL_LOSS_REPORT_H
+
+#include "orlLossFinder.h"
+
+#include <cstddef>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace ORL_0_81::tool {
+
+class TimelineDocument;
+
+/// Equal losses of one document.
+struct LossGroup {
+    LossKind kind;
+    std::string what;
+    std::size_t count;
+    std::string first; ///< JSON pointer, from the document's top
+};
+
+/// The losses of one document, grouped, in the order of their first places.
+class LossReport {
+public:
+    explicit LossReport(TimelineDocument const& document, LossScope scope = LossScope::kNormalForm);
+
+    std::vector<LossGroup> const& groups() const { return m_groups; }
+
+    /// Of all groups together.
+    std::size_t count() const { return m_count; }
+
+    /// One line for each group, for people: how often, what, and where first.
+    static std::string line(LossGroup const& group);
+
+private:
+    std::vector<LossGroup> m_groups;
+    std::unordered_map<std::string, std::size_t> m_positions;
+    std::size_t m_count = 0;
+};
+
+} // namespace ORL_0_81::tool
+
+#endif // ORL_LOSS_REPORT_H

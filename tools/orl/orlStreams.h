@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+// Copyright Contributors to the orlCore project
+#ifndef ORL_STREAMS_H
+#define ORL_STREAMS_H
+
+#include <iosfwd>
+
+namespace ORL_0_81::tool {
+
+/// What a command reads from and writes to, besides files.
+struct Streams {
+    std::istream& in;
+    std::ostream& out;
+    std::ostream& error;
+};
+
+} // namespace ORL_0_81::tool
+
+#endif // ORL_STREAMS_H
