@@ -257,6 +257,16 @@ TEST(OtioClipNode, BoundsTakeFractionsAndIntegersForEachComponent) {
     expectWritten(serviceOf, rows);
 }
 
+TEST(OtioClipNode, ABoundThatIsNotFiniteLeavesTheOneThatIsThere) {
+    Built<ClipNode> clip(R"({"OTIO_SCHEMA":"Clip.1"})");
+    clip->parseBounds(parsed(R"({"center":[1.5,2.5],"size":[3.5,4.5]})"));
+    clip->parseBounds(parsed(R"({"center":[10.0e308,7],"size":[8.0,-10.0e308]})"));
+    EXPECT_EQ(clip->m_boundsCenterX, 1.5);
+    EXPECT_EQ(clip->m_boundsCenterY, 7.0);
+    EXPECT_EQ(clip->m_boundsSizeX, 8.0);
+    EXPECT_EQ(clip->m_boundsSizeY, 4.5);
+}
+
 TEST(OtioClipNode, ExtraDataKeepsStringsInTheirOrder) {
     TextRow const rows[] = {
         {R"("extra_data":{"z":"1","a":"2","":"3","z":"4"})", &ClipText::extraData,

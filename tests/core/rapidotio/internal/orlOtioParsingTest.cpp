@@ -338,6 +338,12 @@ TEST(OtioParsing, NumbersOfBothFormsMakeAList) {
     EXPECT_EQ(numbers, (std::vector<double>{1.0, -2.0, 2.5, 18446744073709551615.0}));
 }
 
+TEST(OtioParsing, TheLimitOfAListIsWithinIt) {
+    std::vector<double> numbers;
+    EXPECT_TRUE(Parsing::toNumbers(parsed("[300,-300.0]"), 300.0, numbers));
+    EXPECT_EQ(numbers, (std::vector<double>{300.0, -300.0}));
+}
+
 TEST(OtioParsing, AListWithAnythingElseIsNone) {
     for (char const* const text : {"[1,null]", "[true]", "[\"1\"]", "[[1]]", "[{}]", "[1,10.0e308]",
                                    "[-10.0e308]", "[1,2,301]", "[-301]"}) {
