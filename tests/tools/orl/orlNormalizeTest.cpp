@@ -10,7 +10,6 @@
 namespace ORL_0_81::tool {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 

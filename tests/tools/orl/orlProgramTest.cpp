@@ -69,9 +69,9 @@ struct BrokenText {
 
 [[maybe_unused]] void PrintTo(BrokenText const& broken, std::ostream* out) { *out << broken.meaning; }
 
-class orlBrokenText : public testing::TestWithParam<BrokenText> {};
+class BrokenTextRow : public testing::TestWithParam<BrokenText> {};
 
-TEST_P(orlBrokenText, IsRefusedByBothCommandsWithItsPlaceAndReason) {
+TEST_P(BrokenTextRow, IsRefusedByBothCommandsWithItsPlaceAndReason) {
     for (char const* command : {"normalize", "info"}) {
         Outcome const run = orl({command, "-"}, GetParam().text);
         EXPECT_EQ(run.code, 1);
@@ -83,7 +83,7 @@ TEST_P(orlBrokenText, IsRefusedByBothCommandsWithItsPlaceAndReason) {
 std::string nested(std::size_t levels) { return std::string(levels, '[') + std::string(levels, ']'); }
 
 INSTANTIATE_TEST_SUITE_P(
-    , orlBrokenText,
+    , BrokenTextRow,
     testing::Values(BrokenText{"Empty", "", "line 1, column 1: The document is empty."},
                     BrokenText{"MissingComma", "{\n  \"a\": 1,\n  \"b\": 2 \"c\": 3\n}",
                                "line 3, column 10: Missing a comma or '}' after an object member."},
