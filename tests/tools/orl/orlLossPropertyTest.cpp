@@ -425,7 +425,7 @@ Place addTo(Document const& document, Place const& place, std::string const& nam
 
 } // namespace
 
-TEST(orlLossProperty, TheReportIsTrueForEveryMemberInEveryForm) {
+TEST(LossProperty, TheReportIsTrueForEveryMemberInEveryForm) {
     Document const document = everything();
     for (Place const& place : placesOf(document)) {
         for (char const* form : forms) {
@@ -440,7 +440,7 @@ TEST(orlLossProperty, TheReportIsTrueForEveryMemberInEveryForm) {
     }
 }
 
-TEST(orlLossProperty, TheReportIsTrueForEveryMemberInEveryObject) {
+TEST(LossProperty, TheReportIsTrueForEveryMemberInEveryObject) {
     Document const document = everything();
     std::string const normalForm = normalFormOf(document);
     std::set<std::string> const names = namesIn(document);
@@ -464,12 +464,12 @@ TEST(orlLossProperty, TheReportIsTrueForEveryMemberInEveryObject) {
     }
 }
 
-TEST(orlLossProperty, EveryMemberOfACompleteDocumentMatters) {
+TEST(LossProperty, EveryMemberOfACompleteDocumentMatters) {
     Document document = everything();
     Judged(document).expectTruth();
 }
 
-TEST(orlLossProperty, TheReportOfDamagedDocumentsIsTrue) {
+TEST(LossProperty, TheReportOfDamagedDocumentsIsTrue) {
     for (unsigned seed = 0; seed < 100 && !testing::Test::HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Document document = everything();
@@ -481,7 +481,7 @@ TEST(orlLossProperty, TheReportOfDamagedDocumentsIsTrue) {
     }
 }
 
-TEST(orlLossProperty, TheNormalFormOfDamagedDocumentsIsStableAndHasNoLosses) {
+TEST(LossProperty, TheNormalFormOfDamagedDocumentsIsStableAndHasNoLosses) {
     for (unsigned seed = 1000; seed < 1500 && !testing::Test::HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Document document = everything();

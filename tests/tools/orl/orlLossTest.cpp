@@ -350,7 +350,7 @@ INSTANTIATE_TEST_SUITE_P(
             {"1 x Timeline.1 \"enabled\" is not modelled, first at /enabled"}}),
     rowName);
 
-TEST(orlLosses, AreNoneInWhatTheLibraryWrote) {
+TEST(Losses, AreNoneInWhatTheLibraryWrote) {
     std::string const text = readFile(ORL_TEST_DATA "/orl/everything.otio");
     Outcome const first = orl({"normalize", "-"}, text);
     Outcome const second = orl({"normalize", "-"}, first.out);
@@ -359,7 +359,7 @@ TEST(orlLosses, AreNoneInWhatTheLibraryWrote) {
     EXPECT_EQ(second.out, first.out);
 }
 
-TEST(orlLosses, OfTheExampleAreWhatItIsMeantToShow) {
+TEST(Losses, OfTheExampleAreWhatItIsMeantToShow) {
     EXPECT_THAT(
         lossesOf(readFile(ORL_TEST_EXAMPLES "/review.otio")),
         ElementsAre("1 x Timeline.1 \"metadata\"/\"notes\" is not modelled, first at /metadata/notes"));
