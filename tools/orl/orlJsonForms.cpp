@@ -34,7 +34,7 @@ bool isTimeNumber(Value const& value) { return isFiniteFraction(value) || value.
 } // namespace
 
 // Goes as deep as the document does, which the limit of nesting at parsing bounds.
-bool saysNothing(Value const& value) { // NOLINT(misc-no-recursion)
+bool saysNothing(Value const& value) {
     if (value.IsObject()) {
         return std::all_of(value.MemberBegin(), value.MemberEnd(),
                            [](auto const& member) { return saysNothing(member.value); });
@@ -45,7 +45,7 @@ bool saysNothing(Value const& value) { // NOLINT(misc-no-recursion)
     return value.IsNull() || (value.IsString() && value.GetStringLength() == 0);
 }
 
-bool isEmptyRange(Value const& value) { // NOLINT(misc-no-recursion): as above
+bool isEmptyRange(Value const& value) {
     if (!value.IsObject()) {
         return saysNothing(value);
     }

@@ -46,7 +46,8 @@ std::string JsonPath::label() const {
     JsonPath const* step = this;
     for (; step->m_schema.empty() && step->m_parent; step = step->m_parent) {
         if (!step->m_isElement) {
-            members = inQuotes(step->m_name) + (members.empty() ? "" : "/") + members;
+            members.insert(0, members.empty() ? "" : "/");
+            members.insert(0, inQuotes(step->m_name));
         }
     }
     std::string label = printable(step->m_schema);

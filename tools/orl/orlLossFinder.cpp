@@ -105,8 +105,6 @@ private:
     LossSink const& m_sink;
 };
 
-// NOLINTBEGIN(misc-no-recursion)
-
 // The walk
 
 void LossFinder::document(Value const& document, Node const& root) {
@@ -479,8 +477,6 @@ void LossFinder::refused(Value const& value, Form form, JsonPath const& place) {
                    "is " + describe(value, form) + " where " + expectation(form) + " is expected");
     }
 }
-
-// NOLINTEND(misc-no-recursion)
 
 } // namespace
 

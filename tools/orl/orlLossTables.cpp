@@ -11,7 +11,7 @@ namespace {
 constexpr Member plain(char const* name, Form form) { return Member{name, form}; }
 
 constexpr Member constant(char const* name, char const* text) {
-    return Member{name, Form::kConstant, nullptr, text};
+    return Member{name, Form::kConstant, 0, nullptr, text};
 }
 
 constexpr Member text(char const* name, std::string ClipNode::*clipText = nullptr) {
@@ -28,12 +28,10 @@ constexpr Member number(char const* name, Form form, double neutral) {
 }
 
 constexpr Member object(char const* name, Table const& table, Form form = Form::kObject) {
-    return Member{name, form, &table};
+    return Member{name, form, 0, &table};
 }
 
-constexpr Member numbers(char const* name, unsigned count) {
-    return Member{name, Form::kNumbers, nullptr, nullptr, count};
-}
+constexpr Member numbers(char const* name, unsigned count) { return Member{name, Form::kNumbers, count}; }
 
 constexpr Member components(char const* name, double ClipNode::*first, double ClipNode::*second) {
     Member member{name, Form::kComponents};
@@ -44,7 +42,7 @@ constexpr Member components(char const* name, double ClipNode::*first, double Cl
 }
 
 constexpr Member unused(char const* name, char const* why) {
-    return Member{name, Form::kUnused, nullptr, why};
+    return Member{name, Form::kUnused, 0, nullptr, why};
 }
 
 // Times

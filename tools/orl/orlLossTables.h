@@ -48,9 +48,9 @@ struct Table;
 struct Member {
     char const* name;
     Form form;
+    unsigned count = 0; ///< of the numbers that are kept
     Table const* table = nullptr;
     char const* text = nullptr;                                ///< of a constant, or why a member is unused
-    unsigned count = 0;                                        ///< of the numbers that are kept
     double neutral = std::numeric_limits<double>::quiet_NaN(); ///< what a refused number becomes
     std::string rapidotio::ClipNode::*clipText = nullptr;      ///< where a text goes that another may replace
     double rapidotio::ClipNode::*clipNumbers[2] = {nullptr, nullptr}; ///< likewise for components

@@ -50,7 +50,8 @@ CLI::App& addNormalize(CLI::App& app, NormalizeCommand& command) {
 
 CLI::App& addInfo(CLI::App& app, InfoCommand& command) {
     CLI::App& info = *app.add_subcommand("info", "Show the tracks and clips of timeline documents");
-    info.add_option("FILE", command.files, kInputHelp)->required()->type_name("");
+    // Without the extra arguments a name in brackets is a name, and not a list.
+    info.add_option("FILE", command.files, kInputHelp)->required()->type_name("")->allow_extra_args(false);
     info.add_flag("--json", command.isJson, "One JSON object a line and file, for programs");
     info.footer("Ranges are told in seconds and in frames at the rate of the clip: its frame rate if that is "
                 "known,\nelse the rate of its source range. What is not defined is shown as - and is null in "

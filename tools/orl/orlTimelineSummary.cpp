@@ -11,7 +11,6 @@ using rapidotio::EffectNode;
 using rapidotio::GapNode;
 using rapidotio::Time;
 using rapidotio::TimelineNode;
-using rapidotio::TimeRange;
 using rapidotio::TrackNode;
 
 namespace {

@@ -43,20 +43,20 @@ constexpr char emptyTimeline[] =
 
 } // namespace
 
-TEST(orlBinary, NormalizesFromAPipeToAPipe) {
+TEST(Process, NormalizesFromAPipeToAPipe) {
     Shell const run = shell(
         R"(printf '{"OTIO_SCHEMA":"Timeline.1","name":"cut"}' | "$orl" normalize - | "$orl" normalize -)");
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, emptyTimeline);
 }
 
-TEST(orlBinary, TellsItsExitCodeToTheShell) {
+TEST(Process, TellsItsExitCodeToTheShell) {
     EXPECT_EQ(shell(R"("$orl" --version)").code, 0);
     EXPECT_EQ(shell(R"("$orl" normalize absent.otio 2>&1)").code, 1);
     EXPECT_EQ(shell(R"("$orl" 2>&1)").code, 2);
 }
 
-TEST(orlBinary, KeepsTheReportOutOfTheOutput) {
+TEST(Process, KeepsTheReportOutOfTheOutput) {
     std::string const command =
         R"(printf '{"OTIO_SCHEMA":"Timeline.1","name":"cut","note":1}' | "$orl" normalize -)";
     EXPECT_EQ(shell(command + " 2>/dev/null").out, emptyTimeline);
@@ -65,7 +65,7 @@ TEST(orlBinary, KeepsTheReportOutOfTheOutput) {
         "orl: \"-\": not in the normal form:\n  1 x Timeline.1 \"note\" is not modelled, first at /note\n");
 }
 
-TEST(orlBinary, TellsOfAFullStandardOutput) {
+TEST(Process, TellsOfAFullStandardOutput) {
     if (!std::filesystem::exists("/dev/full")) {
         GTEST_SKIP() << "no /dev/full here";
     }
@@ -77,7 +77,7 @@ TEST(orlBinary, TellsOfAFullStandardOutput) {
               "orl ERROR: \"/dev/full\" : No space left on device\n");
 }
 
-TEST(orlBinary, TellsOfAReaderThatHasGone) {
+TEST(Process, TellsOfAReaderThatHasGone) {
     ScratchFolder const folder;
     // The reader of the fifo closes it before anything is written.
     Shell const run = shell("cd '" + folder.path().string() + R"(' && mkfifo pipe && { : <pipe & } &&
@@ -86,7 +86,7 @@ TEST(orlBinary, TellsOfAReaderThatHasGone) {
     EXPECT_EQ(run.out, "1\norl ERROR: \"standard output\" : Broken pipe\n");
 }
 
-TEST(orlBinary, DoesNotWriteIntoAFileInPlaceOfAClosedStream) {
+TEST(Process, DoesNotWriteIntoAFileInPlaceOfAClosedStream) {
     ScratchFolder const folder;
     writeFile(folder / "cut.otio", R"({"OTIO_SCHEMA":"Timeline.1","name":"cut","note":1})");
     std::string const change = "cd '" + folder.path().string() + "' && ";
@@ -100,7 +100,7 @@ TEST(orlBinary, DoesNotWriteIntoAFileInPlaceOfAClosedStream) {
     EXPECT_THAT(closed.out, StartsWith("orl ERROR: \"standard output\" : "));
 }
 
-TEST(orlBinary, ReadsAFifoLikeAFile) {
+TEST(Process, ReadsAFifoLikeAFile) {
     ScratchFolder const folder;
     Shell const run = shell("cd '" + folder.path().string() + R"(' && mkfifo in &&
         { printf '{"OTIO_SCHEMA":"Timeline.1","name":"cut"}' >in & } && "$orl" info in)");

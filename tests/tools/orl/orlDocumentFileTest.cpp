@@ -57,7 +57,7 @@ private:
 
 } // namespace
 
-TEST(orlDocumentFile, ReadsBackWhatWasWrittenZeroBytesToo) {
+TEST(DocumentFile, ReadsBackWhatWasWrittenZeroBytesToo) {
     ScratchFolder const folder;
     std::string const text("a\0b\r\n\xff", 6);
     std::istringstream none;
@@ -68,13 +68,13 @@ TEST(orlDocumentFile, ReadsBackWhatWasWrittenZeroBytesToo) {
     EXPECT_THAT(folder.names(), ElementsAre("new.otio"));
 }
 
-TEST(orlDocumentFile, ReadsStandardInputForADash) {
+TEST(DocumentFile, ReadsStandardInputForADash) {
     std::string const text(200000, 'x');
     std::istringstream in(text);
     EXPECT_EQ(readDocument("-", in), text);
 }
 
-TEST(orlDocumentFile, TellsWhyAFileCannotBeRead) {
+TEST(DocumentFile, TellsWhyAFileCannotBeRead) {
     ScratchFolder const folder;
     std::istringstream none;
     for (auto const& [path, reason] : {std::pair(folder / "absent", "No such file or directory"),
@@ -89,7 +89,7 @@ TEST(orlDocumentFile, TellsWhyAFileCannotBeRead) {
     }
 }
 
-TEST(orlDocumentFile, GivesANewFileThePermissionsThatTheMaskLeaves) {
+TEST(DocumentFile, GivesANewFileThePermissionsThatTheMaskLeaves) {
     ScratchFolder const folder;
     mode_t const before = ::umask(027);
     writeDocument(folder / "new.otio", "{}");
@@ -97,7 +97,7 @@ TEST(orlDocumentFile, GivesANewFileThePermissionsThatTheMaskLeaves) {
     EXPECT_EQ(permissionsOf(folder / "new.otio"), 0640U);
 }
 
-TEST(orlDocumentFile, KeepsThePermissionsOfAFileThatItReplaces) {
+TEST(DocumentFile, KeepsThePermissionsOfAFileThatItReplaces) {
     ScratchFolder const folder;
     writeFile(folder / "old.otio", "old");
     fs::permissions(folder / "old.otio", static_cast<fs::perms>(0604));
@@ -108,7 +108,7 @@ TEST(orlDocumentFile, KeepsThePermissionsOfAFileThatItReplaces) {
     EXPECT_EQ(permissionsOf(folder / "old.otio"), 0604U);
 }
 
-TEST(orlDocumentFile, WritesTheTargetOfASymbolicLinkAndKeepsTheLink) {
+TEST(DocumentFile, WritesTheTargetOfASymbolicLinkAndKeepsTheLink) {
     ScratchFolder const folder;
     fs::create_directory(folder / "far");
     writeFile(folder / "far/target.otio", "old");
@@ -122,7 +122,7 @@ TEST(orlDocumentFile, WritesTheTargetOfASymbolicLinkAndKeepsTheLink) {
     EXPECT_EQ(readFile(folder / "far/target.otio"), "new");
 }
 
-TEST(orlDocumentFile, MakesTheTargetOfALinkThatLeadsNowhere) {
+TEST(DocumentFile, MakesTheTargetOfALinkThatLeadsNowhere) {
     ScratchFolder const folder;
     fs::create_symlink("target.otio", folder / "link.otio");
 
@@ -132,20 +132,20 @@ TEST(orlDocumentFile, MakesTheTargetOfALinkThatLeadsNowhere) {
     EXPECT_EQ(readFile(folder / "target.otio"), "new");
 }
 
-TEST(orlDocumentFile, RefusesALinkThatLeadsToItself) {
+TEST(DocumentFile, RefusesALinkThatLeadsToItself) {
     ScratchFolder const folder;
     fs::create_symlink("loop.otio", folder / "loop.otio");
     EXPECT_EQ(reasonOf(folder / "loop.otio", "new"), "Too many levels of symbolic links");
 }
 
-TEST(orlDocumentFile, RefusesAFolderAsAFile) {
+TEST(DocumentFile, RefusesAFolderAsAFile) {
     ScratchFolder const folder;
     EXPECT_EQ(reasonOf(folder.path(), "new"), "Is a directory");
     EXPECT_EQ(reasonOf(folder / "absent/new.otio", "new"), "No such file or directory");
     EXPECT_THAT(folder.names(), IsEmpty());
 }
 
-TEST(orlDocumentFile, TellsOfAFullDevice) {
+TEST(DocumentFile, TellsOfAFullDevice) {
     if (!fs::exists("/dev/full")) {
         GTEST_SKIP() << "no /dev/full here";
     }
@@ -153,7 +153,7 @@ TEST(orlDocumentFile, TellsOfAFullDevice) {
     EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
-TEST(orlDocumentFile, LeavesTheOldFileWholeAndNothingElseWhenTheNewOneDoesNotFit) {
+TEST(DocumentFile, LeavesTheOldFileWholeAndNothingElseWhenTheNewOneDoesNotFit) {
     ScratchFolder const folder;
     writeFile(folder / "old.otio", "old");
     {
@@ -165,7 +165,7 @@ TEST(orlDocumentFile, LeavesTheOldFileWholeAndNothingElseWhenTheNewOneDoesNotFit
     EXPECT_THAT(folder.names(), ElementsAre("old.otio"));
 }
 
-TEST(orlDocumentFile, TakesAnotherTemporaryNameWhenOneIsLeftOver) {
+TEST(DocumentFile, TakesAnotherTemporaryNameWhenOneIsLeftOver) {
     ScratchFolder const folder;
     std::string const leftOver = ".orl-" + std::to_string(::getpid()) + "-0.tmp";
     writeFile(folder / leftOver, "left over");
@@ -176,7 +176,7 @@ TEST(orlDocumentFile, TakesAnotherTemporaryNameWhenOneIsLeftOver) {
     EXPECT_EQ(readFile(folder / leftOver), "left over");
 }
 
-TEST(orlDocumentFile, RespectsProtectedFilesAndFolders) {
+TEST(DocumentFile, RespectsProtectedFilesAndFolders) {
     if (::geteuid() == 0) {
         GTEST_SKIP() << "nothing is protected from this user";
     }
@@ -190,7 +190,7 @@ TEST(orlDocumentFile, RespectsProtectedFilesAndFolders) {
     EXPECT_EQ(reasonOf(folder / "new.otio", "new"), "Permission denied");
 }
 
-TEST(orlDocumentFile, TellsOfAStreamThatTakesNothing) {
+TEST(DocumentFile, TellsOfAStreamThatTakesNothing) {
     std::ostringstream out;
     out.setstate(std::ios::badbit);
     EXPECT_THROW(writeToStream(out, "text"), InputError);

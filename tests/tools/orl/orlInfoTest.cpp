@@ -83,21 +83,21 @@ constexpr char cutJson[] =
 
 } // namespace
 
-TEST(orlInfo, ShowsTracksAndClipsAsAlignedTables) {
+TEST(Info, ShowsTracksAndClipsAsAlignedTables) {
     Outcome const run = orl({"info", "-"}, cut);
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, cutTable);
     EXPECT_EQ(run.error, "");
 }
 
-TEST(orlInfo, TellsTheSameAsOneJsonObject) {
+TEST(Info, TellsTheSameAsOneJsonObject) {
     Outcome const run = orl({"info", "--json", "-"}, cut);
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, cutJson);
     EXPECT_EQ(run.error, "");
 }
 
-TEST(orlInfo, ShowsNothingOfAnEmptyTimelineButThatItIsEmpty) {
+TEST(Info, ShowsNothingOfAnEmptyTimelineButThatItIsEmpty) {
     std::string const text = R"({"timeline":{"OTIO_SCHEMA":"Timeline.1"}})";
     EXPECT_EQ(orl({"info", "-"}, text).out,
               "-\n  name   -\n  start  -\n  holds  0 tracks, 0 clips, 0 gaps, 0 effects\n");
@@ -108,7 +108,7 @@ TEST(orlInfo, ShowsNothingOfAnEmptyTimelineButThatItIsEmpty) {
               "\n");
 }
 
-TEST(orlInfo, RefusesADocumentWithoutATimeline) {
+TEST(Info, RefusesADocumentWithoutATimeline) {
     for (char const* text : {"{}", "[]", "7", R"({"OTIO_SCHEMA":"Timeline.2"})",
                              R"({"OTIO_SCHEMA":"Stack.1"})", R"({"OTIO_SCHEMA":"Clip.1"})"}) {
         Outcome const run = orl({"info", "-"}, text);
@@ -118,7 +118,7 @@ TEST(orlInfo, RefusesADocumentWithoutATimeline) {
     }
 }
 
-TEST(orlInfo, TriesEveryFileAndFailsIfAnyFailed) {
+TEST(Info, TriesEveryFileAndFailsIfAnyFailed) {
     ScratchFolder const folder;
     std::string const good = R"({"OTIO_SCHEMA":"Timeline.1","name":"good"})";
     writeFile(folder / "a.otio", good);
@@ -137,13 +137,13 @@ TEST(orlInfo, TriesEveryFileAndFailsIfAnyFailed) {
     EXPECT_EQ(std::count(json.out.begin(), json.out.end(), '\n'), 2);
 }
 
-TEST(orlInfo, HoldsATimeBeyondADoubleForUndefined) {
+TEST(Info, HoldsATimeBeyondADoubleForUndefined) {
     Outcome const run = orl({"info", "--json", "-"}, R"({"OTIO_SCHEMA":"Timeline.1","global_start_time":
         {"OTIO_SCHEMA":"RationalTime.1","value":1e300,"rate":1e-10}})");
     EXPECT_THAT(run.out, HasSubstr(R"("start":null)"));
 }
 
-TEST(orlInfo, ShowsTheExampleWithAllItsTracksAndClips) {
+TEST(Info, ShowsTheExampleWithAllItsTracksAndClips) {
     Outcome const run = orl({"info", ORL_TEST_EXAMPLES "/review.otio"});
     EXPECT_EQ(run.code, 0);
     EXPECT_THAT(run.out, HasSubstr("  start  3600.000 s, frame 86400 at 24 a second\n"
@@ -151,7 +151,7 @@ TEST(orlInfo, ShowsTheExampleWithAllItsTracksAndClips) {
     EXPECT_THAT(run.out, Not(HasSubstr("not read")));
 }
 
-TEST(orlTextTable, AlignsByCodePointsAndShowsEmptyCellsAsADash) {
+TEST(TextTable, AlignsByCodePointsAndShowsEmptyCellsAsADash) {
     TextTable table({{"A", TextTable::Alignment::kRight}, {"B", TextTable::Alignment::kLeft}});
     table.addRow({"\xe2\x82\xac\xe2\x82\xac", "long"});
     table.addRow({"1", ""});

@@ -11,7 +11,6 @@
 namespace ORL_0_81::tool {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 
@@ -49,16 +48,16 @@ std::string effect(std::string const& members) {
 
 std::string clipPlace(std::string const& rest) { return "/tracks/children/0/children/0/" + rest; }
 
-class orlLoss : public testing::TestWithParam<Row> {};
+class LossRow : public testing::TestWithParam<Row> {};
 
 } // namespace
 
-TEST_P(orlLoss, IsTold) { EXPECT_EQ(lossesOf(GetParam().text), GetParam().losses); }
+TEST_P(LossRow, IsTold) { EXPECT_EQ(lossesOf(GetParam().text), GetParam().losses); }
 
 auto const rowName = [](testing::TestParamInfo<Row> const& info) { return info.param.name; };
 
 INSTANTIATE_TEST_SUITE_P(
-    Structure, orlLoss,
+    Structure, LossRow,
     testing::Values(
         Row{"UnknownMembersOfATimeline",
             timeline(R"("metadata":{"foo":1,"orl":{"by":"me"}},"extra":[0])"),
@@ -106,7 +105,7 @@ INSTANTIATE_TEST_SUITE_P(
     rowName);
 
 INSTANTIATE_TEST_SUITE_P(
-    Fit, orlLoss,
+    Fit, LossRow,
     testing::Values(
         Row{"AStackInATrackWithAllBelowIt",
             track(R"("children":[{"OTIO_SCHEMA":"Stack.1","x":1,"children":[{"OTIO_SCHEMA":"Clip.2"}]}])"),
@@ -131,7 +130,7 @@ INSTANTIATE_TEST_SUITE_P(
     rowName);
 
 INSTANTIATE_TEST_SUITE_P(
-    Times, orlLoss,
+    Times, LossRow,
     testing::Values(
         Row{"AValueAsText",
             timeline(R"("global_start_time":{"OTIO_SCHEMA":"RationalTime.1","value":"24","rate":"24"})"),
@@ -167,7 +166,7 @@ INSTANTIATE_TEST_SUITE_P(
     rowName);
 
 INSTANTIATE_TEST_SUITE_P(
-    Clips, orlLoss,
+    Clips, LossRow,
     testing::Values(
         Row{"AnotherMediaReference",
             clip(R"("media_reference":{"OTIO_SCHEMA":"MissingReference.1","name":"m"})"),
@@ -260,7 +259,7 @@ INSTANTIATE_TEST_SUITE_P(
     rowName);
 
 INSTANTIATE_TEST_SUITE_P(
-    Effects, orlLoss,
+    Effects, LossRow,
     testing::Values(
         Row{"ALayerRangeStraightOnAClip",
             effect(
@@ -318,7 +317,7 @@ INSTANTIATE_TEST_SUITE_P(
     rowName);
 
 INSTANTIATE_TEST_SUITE_P(
-    General, orlLoss,
+    General, LossRow,
     testing::Values(
         Row{"ANameThatIsRepeated",
             timeline(R"("name":"a","name":"b","x":1,"x":2,"name":null)"),
@@ -351,7 +350,7 @@ INSTANTIATE_TEST_SUITE_P(
             {"1 x Timeline.1 \"enabled\" is not modelled, first at /enabled"}}),
     rowName);
 
-TEST(orlLosses, AreNoneInWhatTheLibraryWrote) {
+TEST(Losses, AreNoneInWhatTheLibraryWrote) {
     std::string const text = readFile(ORL_TEST_DATA "/orl/everything.otio");
     Outcome const first = orl({"normalize", "-"}, text);
     Outcome const second = orl({"normalize", "-"}, first.out);
@@ -360,7 +359,7 @@ TEST(orlLosses, AreNoneInWhatTheLibraryWrote) {
     EXPECT_EQ(second.out, first.out);
 }
 
-TEST(orlLosses, OfTheExampleAreWhatItIsMeantToShow) {
+TEST(Losses, OfTheExampleAreWhatItIsMeantToShow) {
     EXPECT_THAT(
         lossesOf(readFile(ORL_TEST_EXAMPLES "/review.otio")),
         ElementsAre("1 x Timeline.1 \"metadata\"/\"notes\" is not modelled, first at /metadata/notes"));

@@ -10,7 +10,6 @@
 namespace ORL_0_81::tool {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 
@@ -43,21 +42,21 @@ constexpr char gapReport[] =
 
 } // namespace
 
-TEST(orlNormalize, WritesTheNormalFormInOneLineAndTellsWhatIsLost) {
+TEST(Normalize, WritesTheNormalFormInOneLineAndTellsWhatIsLost) {
     Outcome const run = orl({"normalize", "-"}, gapDocument);
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, gapNormalForm);
     EXPECT_EQ(run.error, gapReport);
 }
 
-TEST(orlNormalize, IsSilentAboutLossesWhenQuiet) {
+TEST(Normalize, IsSilentAboutLossesWhenQuiet) {
     Outcome const run = orl({"normalize", "--quiet", "-"}, gapDocument);
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, gapNormalForm);
     EXPECT_EQ(run.error, "");
 }
 
-TEST(orlNormalize, HoldsALossForAnErrorWhenStrict) {
+TEST(Normalize, HoldsALossForAnErrorWhenStrict) {
     std::string const error = "orl ERROR: \"-\" : the normal form would lose something in 3 places\n";
     Outcome const run = orl({"normalize", "--strict", "-"}, gapDocument);
     EXPECT_EQ(run.code, 1);
@@ -69,7 +68,7 @@ TEST(orlNormalize, HoldsALossForAnErrorWhenStrict) {
     EXPECT_EQ(quiet.error, error);
 }
 
-TEST(orlNormalize, TouchesNoFileForALossWhenStrict) {
+TEST(Normalize, TouchesNoFileForALossWhenStrict) {
     ScratchFolder const folder;
     writeFile(folder / "old.otio", "old");
     for (char const* name : {"old.otio", "new.otio"}) {
@@ -79,14 +78,14 @@ TEST(orlNormalize, TouchesNoFileForALossWhenStrict) {
     EXPECT_THAT(folder.names(), ElementsAre("old.otio"));
 }
 
-TEST(orlNormalize, TakesItsOwnOutputForLosslessWhenStrict) {
+TEST(Normalize, TakesItsOwnOutputForLosslessWhenStrict) {
     Outcome const run = orl({"normalize", "--strict", "-"}, gapNormalForm);
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, gapNormalForm);
     EXPECT_EQ(run.error, "");
 }
 
-TEST(orlNormalize, WritesToAFile) {
+TEST(Normalize, WritesToAFile) {
     ScratchFolder const folder;
     Outcome const run = orl({"normalize", "--quiet", "-", "--output", folder / "out.otio"}, gapDocument);
     EXPECT_EQ(run.code, 0);
@@ -95,7 +94,7 @@ TEST(orlNormalize, WritesToAFile) {
     EXPECT_THAT(folder.names(), ElementsAre("out.otio"));
 }
 
-TEST(orlNormalize, MayWriteTheFileThatItReads) {
+TEST(Normalize, MayWriteTheFileThatItReads) {
     ScratchFolder const folder;
     writeFile(folder / "cut.otio", gapDocument);
     Outcome const run = orl({"normalize", "--quiet", folder / "cut.otio", "-o", folder / "cut.otio"});
@@ -104,7 +103,7 @@ TEST(orlNormalize, MayWriteTheFileThatItReads) {
     EXPECT_THAT(folder.names(), ElementsAre("cut.otio"));
 }
 
-TEST(orlNormalize, LeavesTheOutputAloneWhenTheInputIsAtFault) {
+TEST(Normalize, LeavesTheOutputAloneWhenTheInputIsAtFault) {
     ScratchFolder const folder;
     writeFile(folder / "old.otio", "old");
     EXPECT_EQ(orl({"normalize", "-", "-o", folder / "old.otio"}, "{").code, 1);
@@ -112,14 +111,14 @@ TEST(orlNormalize, LeavesTheOutputAloneWhenTheInputIsAtFault) {
     EXPECT_EQ(readFile(folder / "old.otio"), "old");
 }
 
-TEST(orlNormalize, TellsWhenTheOutputIsAFolder) {
+TEST(Normalize, TellsWhenTheOutputIsAFolder) {
     ScratchFolder const folder;
     Outcome const run = orl({"normalize", "--quiet", "-", "-o", folder.path()}, gapDocument);
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(run.error, "orl ERROR: \"" + folder.path().string() + "\" : Is a directory\n");
 }
 
-TEST(orlNormalize, WritesAnEmptyObjectForADocumentWithoutATimelineAndTellsIt) {
+TEST(Normalize, WritesAnEmptyObjectForADocumentWithoutATimelineAndTellsIt) {
     struct Case {
         char const* text;
         char const* loss;
@@ -140,7 +139,7 @@ TEST(orlNormalize, WritesAnEmptyObjectForADocumentWithoutATimelineAndTellsIt) {
     }
 }
 
-TEST(orlNormalize, WritesAStackWithoutATimelineAsTheLibraryDoesAndTellsIt) {
+TEST(Normalize, WritesAStackWithoutATimelineAsTheLibraryDoesAndTellsIt) {
     Outcome const run = orl({"normalize", "-"}, R"({"OTIO_SCHEMA":"Stack.1"})");
     EXPECT_EQ(run.out, "{\"tracks\":{\"OTIO_SCHEMA\":\"Stack.1\",\"children\":[]}}\n");
     EXPECT_EQ(
@@ -148,7 +147,32 @@ TEST(orlNormalize, WritesAStackWithoutATimelineAsTheLibraryDoesAndTellsIt) {
         "orl: \"-\": not in the normal form:\n  1 x schema \"Stack.1\" makes no timeline, at the top\n");
 }
 
-TEST(orlNormalize, GivesWhatTheLibraryGives) {
+TEST(Normalize, TellsWhatIsLostAtTheBottomOfADeepDocument) {
+    // As deep as a document may be: every layer takes two levels, and the innermost holds a loss.
+    std::string const layer = R"({"OTIO_SCHEMA":"Annotation.1","layers":[)";
+    std::string text = R"({"OTIO_SCHEMA":"Timeline.1","tracks":{"OTIO_SCHEMA":"Stack.1","children":[)"
+                       R"({"OTIO_SCHEMA":"Gap.1","effects":[)";
+    std::string place = "/tracks/children/0/effects/0";
+    constexpr int kLayers = 497;
+    for (int i = 0; i < kLayers; ++i) {
+        text += layer;
+        place += i == 0 ? "" : "/layers/0";
+    }
+    text += R"({"OTIO_SCHEMA":"Glow.1"})";
+    for (int i = 0; i < kLayers; ++i) {
+        text += "]}";
+    }
+    text += "]}]}}";
+
+    Outcome const run = orl({"normalize", "-"}, text);
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.error,
+              "orl: \"-\": not in the normal form:\n  1 x schema \"Glow.1\" is not handled, first at " +
+                  place + "/layers/0\n");
+    EXPECT_EQ(orl({"info", "-"}, text).code, 0);
+}
+
+TEST(Normalize, GivesWhatTheLibraryGives) {
     class : public rapidotio::NodeVisitor {
     } visitor;
     for (

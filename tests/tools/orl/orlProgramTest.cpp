@@ -10,14 +10,14 @@ namespace ORL_0_81::tool {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-TEST(orlProgram, PrintsItsVersion) {
+TEST(Program, PrintsItsVersion) {
     Outcome const run = orl({"--version"});
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, "orl 0.81.1\n");
     EXPECT_EQ(run.error, "");
 }
 
-TEST(orlProgram, PrintsHelpWithAnExampleForEachCommandOnStandardOutput) {
+TEST(Program, PrintsHelpWithAnExampleForEachCommandOnStandardOutput) {
     for (auto const& [arguments, example] :
          {std::pair(std::vector<std::string>{"--help"}, "orl info cut.otio"),
           std::pair(std::vector<std::string>{"--help"}, "orl normalize cut.otio -o normal.otio"),
@@ -30,7 +30,7 @@ TEST(orlProgram, PrintsHelpWithAnExampleForEachCommandOnStandardOutput) {
     }
 }
 
-TEST(orlProgram, AnswersWrongUsageOnStandardErrorWithTwo) {
+TEST(Program, AnswersWrongUsageOnStandardErrorWithTwo) {
     std::vector<std::vector<std::string>> const wrong = {
         {},
         {"frobnicate"},
@@ -50,13 +50,16 @@ TEST(orlProgram, AnswersWrongUsageOnStandardErrorWithTwo) {
     }
 }
 
-TEST(orlProgram, TakesAFileThatIsNamedLikeACommandOrAnOption) {
+TEST(Program, TakesAFileThatIsNamedLikeACommandOrAnOptionOrAList) {
+    EXPECT_EQ(orl({"info", "[a,b]", "c"}).error, "orl ERROR: \"[a,b]\" : No such file or directory\n"
+                                                 "orl ERROR: \"c\" : No such file or directory\n");
+    EXPECT_EQ(orl({"normalize", "[a,b]"}).error, "orl ERROR: \"[a,b]\" : No such file or directory\n");
     EXPECT_EQ(orl({"info", "normalize"}).error, "orl ERROR: \"normalize\" : No such file or directory\n");
     EXPECT_EQ(orl({"normalize", "--", "--quiet"}).error,
               "orl ERROR: \"--quiet\" : No such file or directory\n");
 }
 
-TEST(orlProgram, ShowsControlCharactersOfAFileNameHarmless) {
+TEST(Program, ShowsControlCharactersOfAFileNameHarmless) {
     Outcome const run = orl({"info", "a\n\x1b[2J\"b"});
     EXPECT_EQ(run.error, "orl ERROR: \"a\\n\\u001b[2J\\\"b\" : No such file or directory\n");
 }
@@ -69,9 +72,9 @@ struct BrokenText {
 
 [[maybe_unused]] void PrintTo(BrokenText const& broken, std::ostream* out) { *out << broken.meaning; }
 
-class orlBrokenText : public testing::TestWithParam<BrokenText> {};
+class BrokenTextRow : public testing::TestWithParam<BrokenText> {};
 
-TEST_P(orlBrokenText, IsRefusedByBothCommandsWithItsPlaceAndReason) {
+TEST_P(BrokenTextRow, IsRefusedByBothCommandsWithItsPlaceAndReason) {
     for (char const* command : {"normalize", "info"}) {
         Outcome const run = orl({command, "-"}, GetParam().text);
         EXPECT_EQ(run.code, 1);
@@ -83,7 +86,7 @@ TEST_P(orlBrokenText, IsRefusedByBothCommandsWithItsPlaceAndReason) {
 std::string nested(std::size_t levels) { return std::string(levels, '[') + std::string(levels, ']'); }
 
 INSTANTIATE_TEST_SUITE_P(
-    , orlBrokenText,
+    , BrokenTextRow,
     testing::Values(BrokenText{"Empty", "", "line 1, column 1: The document is empty."},
                     BrokenText{"MissingComma", "{\n  \"a\": 1,\n  \"b\": 2 \"c\": 3\n}",
                                "line 3, column 10: Missing a comma or '}' after an object member."},
@@ -105,13 +108,13 @@ INSTANTIATE_TEST_SUITE_P(
                                "line 1, column 2: Missing a name for object member."}),
     [](auto const& tested) { return tested.param.meaning; });
 
-TEST(orlProgram, TakesTheDeepestNestingThatTheLibraryTakes) {
+TEST(Program, TakesTheDeepestNestingThatTheLibraryTakes) {
     Outcome const run = orl({"normalize", "--quiet", "-"}, "{\"a\":" + nested(999) + "}");
     EXPECT_EQ(run.error, "");
     EXPECT_EQ(run.out, "{}\n");
 }
 
-TEST(orlProgram, PassesOverAByteOrderMarkAndZeroBytesAtTheEnd) {
+TEST(Program, PassesOverAByteOrderMarkAndZeroBytesAtTheEnd) {
     std::string const timeline = R"({"OTIO_SCHEMA":"Timeline.1","name":"cut"})";
     Outcome const plain = orl({"normalize", "-"}, timeline);
     Outcome const marked = orl({"normalize", "-"}, "\xef\xbb\xbf" + timeline);

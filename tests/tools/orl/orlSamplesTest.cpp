@@ -30,7 +30,7 @@ std::vector<std::string> samples() {
     return files;
 }
 
-class orlSamples : public testing::Test {
+class Samples : public testing::Test {
 protected:
     void SetUp() override {
         if (m_files.empty()) {
@@ -43,7 +43,7 @@ protected:
 
 } // namespace
 
-TEST_F(orlSamples, NormalizeWithTheirLossesToldOrFailWithAReason) {
+TEST_F(Samples, NormalizeWithTheirLossesToldOrFailWithAReason) {
     for (std::string const& file : m_files) {
         SCOPED_TRACE(file);
         Outcome const first = orl({"normalize", file});
@@ -64,7 +64,7 @@ TEST_F(orlSamples, NormalizeWithTheirLossesToldOrFailWithAReason) {
     }
 }
 
-TEST_F(orlSamples, AreShownOrFailWithAReason) {
+TEST_F(Samples, AreShownOrFailWithAReason) {
     for (std::string const& file : m_files) {
         SCOPED_TRACE(file);
         for (std::vector<std::string> const& arguments :
