@@ -3,8 +3,6 @@
 #include "internal/orlJson.h"
 
 #include <rapidjson/reader.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 namespace ORL_0_81 {
 
@@ -66,9 +64,26 @@ rapidjson::ParseResult parseJson(char const* text, rapidjson::Document& document
 
 std::string jsonToText(rapidjson::Value const& value) {
     rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+    JsonWriter writer(buffer);
     value.Accept(writer);
     return std::string(buffer.GetString(), buffer.GetSize());
+}
+
+rapidjson::Value const* findMember(rapidjson::Value const& object, char const* name) {
+    if (!object.IsObject()) {
+        return nullptr;
+    }
+    auto const member = object.FindMember(name);
+    return member != object.MemberEnd() ? &member->value : nullptr;
+}
+
+bool readInt(rapidjson::Value const& object, char const* name, std::int32_t& result) {
+    rapidjson::Value const* const value = findMember(object, name);
+    if (!value || !value->IsInt()) {
+        return false;
+    }
+    result = value->GetInt();
+    return true;
 }
 
 } // namespace ORL_0_81
