@@ -4,6 +4,9 @@
 
 #include <rapidjson/reader.h>
 
+#include <cstddef>
+#include <cstring>
+
 namespace ORL_0_81 {
 
 namespace {
@@ -46,9 +49,63 @@ private:
     unsigned m_depth = 0;
 };
 
-} // namespace
+// RapidJSON adds up the digits of a negative exponent in an int until it is nearly full, and then subtracts
+// the number of decimals, which can overflow: it goes on to read far outside of a table. So no exponent may
+// have more digits than this. Any with more, but for leading zeros, makes a number 0 all the same.
+constexpr std::size_t kMaxExponentDigits = 8;
 
-rapidjson::ParseResult parseJson(char const* text, rapidjson::Document& document) {
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+// The number of digits of the negative exponent whose sign stands at `minus`; 0 if it is no such sign.
+std::size_t countExponentDigits(char const* text, char const* minus) {
+    if (minus == text || (minus[-1] != 'e' && minus[-1] != 'E')) {
+        return 0;
+    }
+    std::size_t count = 0;
+    while (isDigit(minus[1 + count])) {
+        ++count;
+    }
+    return count;
+}
+
+// True when there may be such an exponent; within a string it is none. Texts with one are hostile or broken,
+// so all others should pay for the search of a character only.
+bool mayHaveLongExponent(char const* text) {
+    for (char const* minus = std::strchr(text, '-'); minus; minus = std::strchr(minus + 1, '-')) {
+        if (countExponentDigits(text, minus) > kMaxExponentDigits) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The same text, byte for byte in the same places, but for digits of exponents.
+std::string shortenExponents(char const* text) {
+    std::string result(text);
+    bool isInString = false;
+    for (std::size_t i = 0; i < result.size(); ++i) {
+        char const c = result[i];
+        if (c == '"') {
+            isInString = !isInString;
+        } else if (isInString) {
+            i += c == '\\';
+        } else if (c == '-') {
+            std::size_t const count = countExponentDigits(result.c_str(), result.c_str() + i);
+            if (count > kMaxExponentDigits) {
+                std::size_t const zeros = count - kMaxExponentDigits;
+                bool const isHuge = result.find_first_not_of('0', i + 1) < i + 1 + zeros;
+                result.replace(i + 1, zeros, zeros, '0');
+                if (isHuge) {
+                    result.replace(i + 1 + zeros, kMaxExponentDigits, kMaxExponentDigits, '9');
+                }
+            }
+            i += count;
+        }
+    }
+    return result;
+}
+
+rapidjson::ParseResult parseSafe(char const* text, rapidjson::Document& document) {
     rapidjson::ParseResult result;
     auto parse = [text, &result](rapidjson::Document& target) {
         rapidjson::StringStream stream(text);
@@ -60,6 +117,15 @@ rapidjson::ParseResult parseJson(char const* text, rapidjson::Document& document
     document.SetNull();
     document.Populate(parse);
     return result;
+}
+
+} // namespace
+
+rapidjson::ParseResult parseJson(char const* text, rapidjson::Document& document) {
+    if (mayHaveLongExponent(text)) {
+        return parseSafe(shortenExponents(text).c_str(), document);
+    }
+    return parseSafe(text, document);
 }
 
 std::string jsonToText(rapidjson::Value const& value) {
