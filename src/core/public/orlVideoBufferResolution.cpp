@@ -206,9 +206,7 @@ String VideoBufferResolution::Impl::toJson() const {
         writer.Key(HEIGHT_TAG);
         writer.Int(height);
         writer.Key(BOUNDS_TAG);
-        if (!nested.Accept(writer)) {
-            return; // the largest doubles come back from their text as infinite
-        }
+        nested.Accept(writer);
         writer.Key(SCAN_FORMAT_TAG);
         writer.String(scanFormat.asChar());
         writer.Key(BITS_PER_CHANNEL_TAG);
