@@ -13,9 +13,10 @@ namespace {
 
 // Stands between the parser and the document that it fills, and stops the parser at the first bracket too
 // deep.
+template <class Document>
 class DepthLimit {
 public:
-    explicit DepthLimit(rapidjson::Document& document) : m_document(document) {}
+    explicit DepthLimit(Document& document) : m_document(document) {}
 
     bool Null() { return m_document.Null(); }
     bool Bool(bool value) { return m_document.Bool(value); }
@@ -45,7 +46,7 @@ public:
     }
 
 private:
-    rapidjson::Document& m_document;
+    Document& m_document;
     unsigned m_depth = 0;
 };
 
@@ -105,11 +106,12 @@ std::string shortenExponents(char const* text) {
     return result;
 }
 
-rapidjson::ParseResult parseSafe(char const* text, rapidjson::Document& document) {
+template <class Document>
+rapidjson::ParseResult parseSafe(char const* text, Document& document) {
     rapidjson::ParseResult result;
-    auto parse = [text, &result](rapidjson::Document& target) {
+    auto parse = [text, &result](Document& target) {
         rapidjson::StringStream stream(text);
-        DepthLimit limit(target);
+        DepthLimit<Document> limit(target);
         rapidjson::Reader reader;
         result = reader.Parse<rapidjson::kParseDefaultFlags>(stream, limit);
         return !result.IsError();
@@ -119,13 +121,23 @@ rapidjson::ParseResult parseSafe(char const* text, rapidjson::Document& document
     return result;
 }
 
-} // namespace
-
-rapidjson::ParseResult parseJson(char const* text, rapidjson::Document& document) {
+template <class Document>
+rapidjson::ParseResult parse(char const* text, Document& document) {
     if (mayHaveLongExponent(text)) {
         return parseSafe(shortenExponents(text).c_str(), document);
     }
     return parseSafe(text, document);
+}
+
+} // namespace
+
+rapidjson::ParseResult parseJson(char const* text, rapidjson::Document& document) {
+    return parse(text, document);
+}
+
+rapidjson::ParseResult parseJson(char const* text, SmallDocument& document) {
+    // The base is what the parser fills.
+    return parse<SmallDocument::Base>(text, document);
 }
 
 std::string jsonToText(rapidjson::Value const& value) {

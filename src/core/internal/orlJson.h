@@ -9,6 +9,7 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -30,6 +31,34 @@ constexpr unsigned kMaxJsonDepth = 1000;
 /// \returns what RapidJSON says, with the place of a failure in bytes. A text nested deeper than
 ///     kMaxJsonDepth fails with kParseErrorTermination at the bracket that is one too many.
 rapidjson::ParseResult parseJson(char const* text, rapidjson::Document& document);
+
+/// The memory of a SmallDocument, which has to exist before it.
+class SmallDocumentMemory {
+protected:
+    SmallDocumentMemory() = default;
+
+    static constexpr std::size_t kStackBytes = 1024;
+    static constexpr std::size_t kPoolOverhead = 64;
+
+    alignas(std::max_align_t) char m_valueMemory[2048];
+    alignas(std::max_align_t) char m_stackMemory[kStackBytes + kPoolOverhead];
+    rapidjson::MemoryPoolAllocator<> m_values{m_valueMemory, sizeof m_valueMemory};
+    rapidjson::MemoryPoolAllocator<> m_stack{m_stackMemory, sizeof m_stackMemory};
+};
+
+/// A document for texts of some hundred bytes. It goes to the heap only when the memory within it is full,
+/// while an ordinary document takes 64 KiB from there for the smallest object.
+class SmallDocument : private SmallDocumentMemory,
+                      public rapidjson::GenericDocument<rapidjson::UTF8<>, rapidjson::MemoryPoolAllocator<>,
+                                                        rapidjson::MemoryPoolAllocator<>> {
+public:
+    using Base = GenericDocument;
+
+    SmallDocument() : Base(&m_values, kStackBytes, &m_stack) {}
+};
+
+/// As above.
+rapidjson::ParseResult parseJson(char const* text, SmallDocument& document);
 
 /// \returns the compact text of a value. A number that is not finite ends the text at that point.
 std::string jsonToText(rapidjson::Value const& value);

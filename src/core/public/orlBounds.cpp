@@ -142,7 +142,7 @@ String Bounds::Impl::toJson() const {
 }
 
 Status Bounds::Impl::fromJson(String const& text) {
-    rapidjson::Document document;
+    SmallDocument document;
     if (parseJson(text.asChar(), document).IsError()) {
         return Status::kInvalidBoundsStr;
     }

@@ -112,7 +112,7 @@ String Rational::Impl::toJson() const {
 }
 
 Status Rational::Impl::fromJson(String const& text) {
-    rapidjson::Document document;
+    SmallDocument document;
     std::int32_t newNumerator = 0;
     std::int32_t newDenominator = 0; // read as signed, like every integer
     if (parseJson(text.asChar(), document).IsError() || !readInt(document, NUMERATOR_TAG, newNumerator) ||

@@ -103,7 +103,7 @@ String Time::Impl::toJson() const {
 }
 
 Status Time::Impl::fromJson(String const& text) {
-    rapidjson::Document document;
+    SmallDocument document;
     std::int32_t newTicks = 0; // narrower than the field: the format reads 32 bits only
     std::int32_t numerator = 0;
     std::int32_t denominator = 0;

@@ -196,7 +196,7 @@ Status VideoBufferResolution::fromJson(String const& text) { return m_impl->from
 String VideoBufferResolution::Impl::toJson() const {
     // Through their text, so that their numbers are those that a reader of it gets. A text that was cut
     // short, at a number that is not finite, leaves the value null.
-    rapidjson::Document nested;
+    SmallDocument nested;
     parseJson(bounds.toJson().asChar(), nested);
 
     return writeJson([&](JsonWriter& writer) {
@@ -224,7 +224,7 @@ String VideoBufferResolution::Impl::toJson() const {
 }
 
 Status VideoBufferResolution::Impl::fromJson(String const& text) {
-    rapidjson::Document document;
+    SmallDocument document;
     std::int32_t newWidth = 0;
     std::int32_t newHeight = 0;
     std::int32_t newBitsPerChannel = 0;
