@@ -4,6 +4,7 @@
 
 #include <rapidjson/reader.h>
 
+#include <cmath>
 #include <cstddef>
 #include <cstring>
 
@@ -106,14 +107,24 @@ std::string shortenExponents(char const* text) {
     return result;
 }
 
-template <class Document>
-rapidjson::ParseResult parseSafe(char const* text, Document& document) {
+// A stream for the text of one number, the longest of which has 25 characters; NUL-terminated.
+struct NumberText {
+    using Ch = char;
+
+    void Put(char c) { characters[length++] = c; }
+    void Flush() {}
+
+    char characters[32] = {};
+    std::size_t length = 0;
+};
+
+template <unsigned flags, class Stream, class Document>
+rapidjson::ParseResult parseStream(Stream stream, Document& document) {
     rapidjson::ParseResult result;
-    auto parse = [text, &result](Document& target) {
-        rapidjson::StringStream stream(text);
+    auto parse = [&](Document& target) {
         DepthLimit<Document> limit(target);
         rapidjson::Reader reader;
-        result = reader.Parse<rapidjson::kParseDefaultFlags>(stream, limit);
+        result = reader.Parse<flags>(stream, limit);
         return !result.IsError();
     };
     document.SetNull();
@@ -124,9 +135,11 @@ rapidjson::ParseResult parseSafe(char const* text, Document& document) {
 template <class Document>
 rapidjson::ParseResult parse(char const* text, Document& document) {
     if (mayHaveLongExponent(text)) {
-        return parseSafe(shortenExponents(text).c_str(), document);
+        std::string const shortened = shortenExponents(text);
+        return parseStream<rapidjson::kParseDefaultFlags>(rapidjson::StringStream(shortened.c_str()),
+                                                          document);
     }
-    return parseSafe(text, document);
+    return parseStream<rapidjson::kParseDefaultFlags>(rapidjson::StringStream(text), document);
 }
 
 } // namespace
@@ -136,8 +149,12 @@ rapidjson::ParseResult parseJson(char const* text, rapidjson::Document& document
 }
 
 rapidjson::ParseResult parseJson(char const* text, SmallDocument& document) {
-    // The base is what the parser fills.
-    return parse<SmallDocument::Base>(text, document);
+    SmallDocument::Base& base = document; // what the parser fills
+    char* const copy = document.copyText(text);
+    if (copy && !mayHaveLongExponent(copy)) {
+        return parseStream<rapidjson::kParseInsituFlag>(rapidjson::InsituStringStream(copy), base);
+    }
+    return parse(text, base);
 }
 
 std::string jsonToText(rapidjson::Value const& value) {
@@ -145,6 +162,28 @@ std::string jsonToText(rapidjson::Value const& value) {
     JsonWriter writer(buffer);
     value.Accept(writer);
     return std::string(buffer.GetString(), buffer.GetSize());
+}
+
+bool isFinite(rapidjson::Value const& value) {
+    struct Handler : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Handler> {
+        bool Double(double number) { return std::isfinite(number); }
+    } handler;
+    return value.Accept(handler);
+}
+
+double throughText(double number) {
+    struct Handler : rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Handler> {
+        bool Double(double read) {
+            result = read;
+            return true;
+        }
+        double result = 0.0;
+    } handler;
+    NumberText text;
+    rapidjson::Writer<NumberText>(text).Double(number);
+    rapidjson::StringStream stream(text.characters);
+    rapidjson::Reader().Parse(stream, handler);
+    return handler.result;
 }
 
 rapidjson::Value const* findMember(rapidjson::Value const& object, char const* name) {

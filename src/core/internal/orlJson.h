@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 
 /// \file
@@ -40,6 +41,7 @@ protected:
     static constexpr std::size_t kStackBytes = 1024;
     static constexpr std::size_t kPoolOverhead = 64;
 
+    char m_text[1024];
     alignas(std::max_align_t) char m_valueMemory[2048];
     alignas(std::max_align_t) char m_stackMemory[kStackBytes + kPoolOverhead];
     rapidjson::MemoryPoolAllocator<> m_values{m_valueMemory, sizeof m_valueMemory};
@@ -55,9 +57,16 @@ public:
     using Base = GenericDocument;
 
     SmallDocument() : Base(&m_values, kStackBytes, &m_stack) {}
+
+    /// A copy of the text that lives as long as the document, so that its strings may stay in it; null for a
+    /// text that is too long.
+    char* copyText(char const* text) {
+        std::size_t const size = std::strlen(text) + 1;
+        return size <= sizeof m_text ? static_cast<char*>(std::memcpy(m_text, text, size)) : nullptr;
+    }
 };
 
-/// As above.
+/// The same for a small document. Any text will do, a small one is fast. To be called once for a document.
 rapidjson::ParseResult parseJson(char const* text, SmallDocument& document);
 
 /// \returns the compact text of a value. A number that is not finite ends the text at that point.
@@ -65,7 +74,21 @@ std::string jsonToText(rapidjson::Value const& value);
 
 /// What writes compact text. Its operations return false at a number that is not finite; the text must then
 /// end, so nothing more may be written.
-using JsonWriter = rapidjson::Writer<rapidjson::StringBuffer>;
+class JsonWriter : public rapidjson::Writer<rapidjson::StringBuffer> {
+public:
+    using Writer::Writer;
+
+    /// A key that is known to need no escape, which Key() would look for in each character.
+    template <std::size_t N>
+    bool PlainKey(char const (&key)[N]) {
+        Prefix(rapidjson::kStringType);
+        char* const place = os_->Push(N + 1);
+        place[0] = '"';
+        std::memcpy(place + 1, key, N - 1);
+        place[N] = '"';
+        return true;
+    }
+};
 
 /// \returns the text that `write(JsonWriter&)` writes.
 template <class Write>
@@ -76,10 +99,14 @@ String writeJson(Write write) {
     return String(buffer.GetString());
 }
 
-/// jsonToText for a String.
-inline String writeJson(rapidjson::Value const& value) {
-    return writeJson([&value](JsonWriter& writer) { value.Accept(writer); });
-}
+/// True when no number within the value makes its text end half-way.
+bool isFinite(rapidjson::Value const& value);
+
+/// What a reader gets of the number when it has been written: the same, or one a few units in the last place
+/// off, since the parser does not round exactly.
+///
+/// \param number Must be finite.
+double throughText(double number);
 
 /// Looks a member up without a word in the diagnostics; the first of several with that name counts.
 ///

@@ -2,12 +2,13 @@
 // Copyright Contributors to the orlCore project
 #include "orlBounds.h"
 
+#include "internal/orlBoundsJson.h"
 #include "internal/orlFloatUtils.h"
-#include "internal/orlJson.h"
 
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
+#include <cstddef>
 
 namespace ORL_0_81 {
 
@@ -24,8 +25,9 @@ void growAxis(double& center, double& size, double otherCenter, double otherSize
 }
 
 // False where the writer stops, at a number that is not finite.
-bool writePair(JsonWriter& writer, char const* key, double x, double y) {
-    return writer.Key(key) && writer.StartArray() && writer.Double(x) && writer.Double(y) &&
+template <std::size_t N>
+bool writePair(JsonWriter& writer, char const (&key)[N], double x, double y) {
+    return writer.PlainKey(key) && writer.StartArray() && writer.Double(x) && writer.Double(y) &&
            writer.EndArray();
 }
 
@@ -43,12 +45,23 @@ bool isFractionPair(rapidjson::Value const& array) { return isFraction(array[0])
 
 } // namespace
 
-struct Bounds::Impl {
-    double centerX = 0.0;
-    double centerY = 0.0;
-    double sizeX = 0.0;
-    double sizeY = 0.0;
+bool writeBounds(JsonWriter& writer, BoundsValues const& values) {
+    return writer.StartObject() && writePair(writer, CENTER_TAG, values.centerX, values.centerY) &&
+           writePair(writer, SIZE_TAG, values.sizeX, values.sizeY) && writer.EndObject();
+}
 
+bool readBounds(rapidjson::Value const& object, BoundsValues& values) {
+    rapidjson::Value const* const center = findPair(object, CENTER_TAG);
+    rapidjson::Value const* const size = findPair(object, SIZE_TAG);
+    if (!center || !size || !isFractionPair(*center) || !isFractionPair(*size)) {
+        return false;
+    }
+    values = {(*center)[0].GetDouble(), (*center)[1].GetDouble(), (*size)[0].GetDouble(),
+              (*size)[1].GetDouble()};
+    return true;
+}
+
+struct Bounds::Impl : BoundsValues {
     String toJson() const;
     Status fromJson(String const& text);
 
@@ -63,7 +76,7 @@ static_assert(sizeof(Bounds) == sizeof(void*), "applications know this size");
 Bounds::Bounds() : m_impl(new Impl) {}
 
 Bounds::Bounds(double centerX, double centerY, double sizeX, double sizeY)
-    : m_impl(new Impl{centerX, centerY, sizeX, sizeY}) {}
+    : m_impl(new Impl{{centerX, centerY, sizeX, sizeY}}) {}
 
 Bounds::Bounds(Bounds const& other) : m_impl(new Impl(*other.m_impl)) {}
 
@@ -133,26 +146,14 @@ String Bounds::toJson() const { return m_impl->toJson(); }
 Status Bounds::fromJson(String const& text) { return m_impl->fromJson(text); }
 
 String Bounds::Impl::toJson() const {
-    return writeJson([this](JsonWriter& writer) {
-        if (writer.StartObject() && writePair(writer, CENTER_TAG, centerX, centerY) &&
-            writePair(writer, SIZE_TAG, sizeX, sizeY)) {
-            writer.EndObject();
-        }
-    });
+    return writeJson([this](JsonWriter& writer) { writeBounds(writer, *this); });
 }
 
 Status Bounds::Impl::fromJson(String const& text) {
     SmallDocument document;
-    if (parseJson(text.asChar(), document).IsError()) {
+    if (parseJson(text.asChar(), document).IsError() || !readBounds(document, *this)) {
         return Status::kInvalidBoundsStr;
     }
-    rapidjson::Value const* const center = findPair(document, CENTER_TAG);
-    rapidjson::Value const* const size = findPair(document, SIZE_TAG);
-    if (!center || !size || !isFractionPair(*center) || !isFractionPair(*size)) {
-        return Status::kInvalidBoundsStr;
-    }
-    *this = {(*center)[0].GetDouble(), (*center)[1].GetDouble(), (*size)[0].GetDouble(),
-             (*size)[1].GetDouble()};
     return Status::kSuccess;
 }
 

@@ -103,9 +103,9 @@ Status Rational::fromJson(String const& text) { return m_impl->fromJson(text); }
 String Rational::Impl::toJson() const {
     return writeJson([this](JsonWriter& writer) {
         writer.StartObject();
-        writer.Key(NUMERATOR_TAG);
+        writer.PlainKey(NUMERATOR_TAG);
         writer.Int(numerator);
-        writer.Key(DENOMINATOR_TAG);
+        writer.PlainKey(DENOMINATOR_TAG);
         writer.Uint(denominator);
         writer.EndObject();
     });

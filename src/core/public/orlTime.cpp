@@ -92,11 +92,11 @@ Status Time::fromJson(String const& text) { return m_impl->fromJson(text); }
 String Time::Impl::toJson() const {
     return writeJson([this](JsonWriter& writer) {
         writer.StartObject();
-        writer.Key(NB_TICKS_TAG);
+        writer.PlainKey(NB_TICKS_TAG);
         writer.Int64(ticks);
-        writer.Key(NUMERATOR_TAG);
+        writer.PlainKey(NUMERATOR_TAG);
         writer.Int(rate.getNumerator());
-        writer.Key(DENOMINATOR_TAG);
+        writer.PlainKey(DENOMINATOR_TAG);
         writer.Uint(rate.getDenominator());
         writer.EndObject();
     });

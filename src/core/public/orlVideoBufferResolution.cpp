@@ -2,10 +2,11 @@
 // Copyright Contributors to the orlCore project
 #include "orlVideoBufferResolution.h"
 
+#include "internal/orlBoundsJson.h"
 #include "internal/orlFloatUtils.h"
-#include "internal/orlJson.h"
 #include "rapidotio/internal/orlOtioParsing.h"
 
+#include <cmath>
 #include <cstdint>
 #include <string>
 
@@ -30,6 +31,30 @@ bool isNearBounds(Bounds const& left, Bounds const& right) {
     return isNear(left.getCenterX(), right.getCenterX()) && isNear(left.getCenterY(), right.getCenterY()) &&
            isNear(left.getSizeX(), right.getSizeX()) && isNear(left.getSizeY(), right.getSizeY()) &&
            isNear(left.getFrameRatio(), right.getFrameRatio());
+}
+
+BoundsValues getValues(Bounds const& bounds) {
+    return {bounds.getCenterX(), bounds.getCenterY(), bounds.getSizeX(), bounds.getSizeY()};
+}
+
+bool hasFiniteValues(BoundsValues const& values) {
+    return std::isfinite(values.centerX) && std::isfinite(values.centerY) && std::isfinite(values.sizeX) &&
+           std::isfinite(values.sizeY);
+}
+
+BoundsValues readBack(BoundsValues const& values) {
+    return {throughText(values.centerX), throughText(values.centerY), throughText(values.sizeX),
+            throughText(values.sizeY)};
+}
+
+// The format nests what a reader gets of the text of the bounds. Of a text that a number ends half-way that
+// is nothing.
+void writeNested(JsonWriter& writer, BoundsValues const& values) {
+    if (hasFiniteValues(values)) {
+        writeBounds(writer, readBack(values));
+    } else {
+        writer.Null();
+    }
 }
 
 // Three factors of 32 bits can go beyond 64; unsigned, that is defined.
@@ -194,30 +219,25 @@ String VideoBufferResolution::toJson() const { return m_impl->toJson(); }
 Status VideoBufferResolution::fromJson(String const& text) { return m_impl->fromJson(text); }
 
 String VideoBufferResolution::Impl::toJson() const {
-    // Through their text, so that their numbers are those that a reader of it gets. A text that was cut
-    // short, at a number that is not finite, leaves the value null.
-    SmallDocument nested;
-    parseJson(bounds.toJson().asChar(), nested);
-
-    return writeJson([&](JsonWriter& writer) {
+    return writeJson([this](JsonWriter& writer) {
         writer.StartObject();
-        writer.Key(WIDTH_TAG);
+        writer.PlainKey(WIDTH_TAG);
         writer.Int(width);
-        writer.Key(HEIGHT_TAG);
+        writer.PlainKey(HEIGHT_TAG);
         writer.Int(height);
-        writer.Key(BOUNDS_TAG);
-        nested.Accept(writer);
-        writer.Key(SCAN_FORMAT_TAG);
+        writer.PlainKey(BOUNDS_TAG);
+        writeNested(writer, getValues(bounds));
+        writer.PlainKey(SCAN_FORMAT_TAG);
         writer.String(scanFormat.asChar());
-        writer.Key(BITS_PER_CHANNEL_TAG);
+        writer.PlainKey(BITS_PER_CHANNEL_TAG);
         writer.Int(bitsPerChannel);
-        writer.Key(NUM_CHANNELS_TAG);
+        writer.PlainKey(NUM_CHANNELS_TAG);
         writer.Int(numChannels);
-        writer.Key(IS_FLOAT_TAG);
+        writer.PlainKey(IS_FLOAT_TAG);
         writer.Bool(isFloat);
-        writer.Key(IS_BIG_ENDIAN_TAG);
+        writer.PlainKey(IS_BIG_ENDIAN_TAG);
         writer.Bool(isBigEndian);
-        writer.Key(COLOR_SPACE_TAG);
+        writer.PlainKey(COLOR_SPACE_TAG);
         writer.String(colorSpace.asChar());
         writer.EndObject();
     });
@@ -256,7 +276,15 @@ Status VideoBufferResolution::Impl::fromJson(String const& text) {
     isBigEndian = newIsBigEndian;
 
     // Only now, and with no way back: that bounds which are refused leave the rest taken over is required.
-    return bounds.fromJson(writeJson(newBounds->value));
+    // What counts is what Bounds::fromJson makes of the text of the object, which a number that is not finite
+    // would end half-way, wherever it stands.
+    BoundsValues values;
+    if (!isFinite(newBounds->value) || !readBounds(newBounds->value, values)) {
+        return Status::kInvalidBoundsStr;
+    }
+    values = readBack(values);
+    bounds = Bounds(values.centerX, values.centerY, values.sizeX, values.sizeY);
+    return Status::kSuccess;
 }
 
 } // namespace ORL_0_81
