@@ -32,7 +32,7 @@ std::vector<std::string> texts() {
         std::string(1001, '['),
         std::string(100000, '['),
     };
-    for (std::size_t const length : {1000, 1019, 1020, 1021, 1022, 1023, 1024, 5000, 100000}) {
+    for (unsigned const length : {1000U, 1019U, 1020U, 1021U, 1022U, 1023U, 1024U, 5000U, 100000U}) {
         result.push_back("[\"" + std::string(length - 4, 'x') + "\"]");
         result.push_back("[\"" + std::string(length - 4, 'x') + "\"");
     }
