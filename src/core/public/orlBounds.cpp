@@ -17,6 +17,7 @@ namespace {
 constexpr char CENTER_TAG[] = "center";
 constexpr char SIZE_TAG[] = "size";
 
+// The other axis comes by value, since it may be the same.
 void growAxis(double& center, double& size, double otherCenter, double otherSize) {
     double const lower = std::min(center - size * 0.5, otherCenter - otherSize * 0.5);
     double const upper = std::max(center + size * 0.5, otherCenter + otherSize * 0.5);
@@ -135,10 +136,8 @@ double Bounds::getFrameRatio() const noexcept {
 bool Bounds::isValid() const noexcept { return m_impl->sizeX >= DBL_EPSILON && m_impl->sizeY >= DBL_EPSILON; }
 
 void Bounds::grow(Bounds const& other) noexcept {
-    // By value, since the other may be this object.
-    Impl const grownBy = *other.m_impl;
-    growAxis(m_impl->centerX, m_impl->sizeX, grownBy.centerX, grownBy.sizeX);
-    growAxis(m_impl->centerY, m_impl->sizeY, grownBy.centerY, grownBy.sizeY);
+    growAxis(m_impl->centerX, m_impl->sizeX, other.m_impl->centerX, other.m_impl->sizeX);
+    growAxis(m_impl->centerY, m_impl->sizeY, other.m_impl->centerY, other.m_impl->sizeY);
 }
 
 String Bounds::toJson() const { return m_impl->toJson(); }

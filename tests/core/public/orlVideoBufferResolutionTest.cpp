@@ -402,6 +402,24 @@ TEST(VideoBufferResolutionJson, WritesTheBoundsThatAReaderOfTheirOwnTextGets) {
     EXPECT_GT(movedCount, 0);
 }
 
+TEST(VideoBufferResolutionJson, ReadsBoundsThroughTheTextOfThoseThatItRead) {
+    std::mt19937 random(printedSeed());
+    std::uniform_real_distribution<double> any(-1.0, 1.0);
+    int movedCount = 0;
+    for (int i = 0; i < 5000; ++i) {
+        String const text = Bounds(any(random), any(random), any(random), any(random)).toJson();
+        Bounds once;
+        ASSERT_TRUE(once.fromJson(text));
+        Bounds twice;
+        ASSERT_TRUE(twice.fromJson(once.toJson()));
+        movedCount += twice.toJson() != once.toJson();
+        Resolution resolution;
+        ASSERT_TRUE(resolution.fromJson(toString(toText(with(GOOD, BOUNDS, text.asChar())))));
+        EXPECT_STREQ(resolution.getBounds().toJson().asChar(), twice.toJson().asChar());
+    }
+    EXPECT_GT(movedCount, 0);
+}
+
 TEST(VideoBufferResolutionJson, ReadsTheSameObjectHoweverItIsWritten) {
     for (NamedText const& text : equivalentTexts(GOOD)) {
         SCOPED_TRACE(text.name);
