@@ -10,9 +10,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <exception>
 #include <ostream>
 #include <sstream>
+#include <utility>
 
 namespace ORL_0_81::tool {
 
@@ -50,8 +52,7 @@ CLI::App& addNormalize(CLI::App& app, NormalizeCommand& command) {
 
 CLI::App& addInfo(CLI::App& app, InfoCommand& command) {
     CLI::App& info = *app.add_subcommand("info", "Show the tracks and clips of timeline documents");
-    // Without the extra arguments a name in brackets is a name, and not a list.
-    info.add_option("FILE", command.files, kInputHelp)->required()->type_name("")->allow_extra_args(false);
+    info.add_option("FILE", command.files, kInputHelp)->required()->type_name("");
     info.add_flag("--json", command.isJson, "One JSON object a line and file, for programs");
     info.footer("Ranges are told in seconds and in frames at the rate of the clip: its frame rate if that is "
                 "known,\nelse the rate of its source range. What is not defined is shown as - and is null in "
@@ -65,7 +66,25 @@ void print(InputError const& error, std::ostream& out) {
     out << "orl ERROR: " << inQuotes(error.file()) << " : " << error.what() << '\n';
 }
 
-int run(std::vector<std::string> const& arguments, Streams const& streams) {
+// The parser takes an argument in brackets for a list. Ours are names of files, so they go through it marked.
+constexpr char kNameMark = '\x01';
+
+std::vector<std::string> marked(std::vector<std::string> arguments) {
+    for (std::string& argument : arguments) {
+        if (!argument.empty() && argument.front() == '[' && argument.back() == ']') {
+            argument.insert(argument.begin(), kNameMark);
+        }
+    }
+    return arguments;
+}
+
+void unmark(std::string& argument) {
+    if (!argument.empty() && argument.front() == kNameMark) {
+        argument.erase(argument.begin());
+    }
+}
+
+int run(std::vector<std::string> arguments, Streams const& streams) {
     CLI::App app("", "orl");
     NormalizeCommand normalize;
     InfoCommand info;
@@ -74,7 +93,11 @@ int run(std::vector<std::string> const& arguments, Streams const& streams) {
     addInfo(app, info);
 
     try {
+        arguments = marked(std::move(arguments));
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+        unmark(normalize.file);
+        unmark(normalize.output);
+        std::for_each(info.files.begin(), info.files.end(), unmark);
     } catch (CLI::Success const& asked) { // for help, or for the version
         std::ostringstream text;
         app.exit(asked, text, text);
