@@ -11,7 +11,7 @@ template <class Value>
 bool isMovedFrom(Value const& value) {
     static_assert(sizeof(Value) == sizeof(void*));
     void* pointer = nullptr;
-    std::memcpy(&pointer, &value, sizeof pointer);
+    std::memcpy(&pointer, static_cast<void const*>(&value), sizeof pointer);
     return pointer == nullptr;
 }
 

@@ -117,7 +117,8 @@ using Members = std::vector<std::pair<std::string, std::string>>;
 inline std::string toText(Members const& members) {
     std::string text = "{";
     for (auto const& [name, value] : members) {
-        text += (text.size() > 1 ? ",\"" : "\"") + name + "\":" + value;
+        text += text.size() > 1 ? ",\"" : "\"";
+        text.append(name).append("\":").append(value);
     }
     return text + "}";
 }
@@ -191,7 +192,8 @@ inline std::vector<NamedText> equivalentTexts(Members const& good) {
     std::string const open = text.substr(0, text.size() - 1);
     std::string spaced = " \r\n\t{ ";
     for (auto const& [name, value] : good) {
-        spaced += (spaced.size() > 6 ? " ,\n\"" : "\"") + name + "\"\t: " + value;
+        spaced += spaced.size() > 6 ? " ,\n\"" : "\"";
+        spaced.append(name).append("\"\t: ").append(value);
     }
     spaced += "\n}\n ";
     Members doubled = good;

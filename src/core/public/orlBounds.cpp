@@ -89,7 +89,7 @@ Bounds::~Bounds() {
 }
 
 Bounds& Bounds::operator=(Bounds const& other) noexcept {
-    if (m_impl && other.m_impl) {
+    if (this != &other && m_impl && other.m_impl) {
         *m_impl = *other.m_impl;
     }
     return *this;

@@ -46,7 +46,7 @@ Rational::~Rational() {
 }
 
 Rational& Rational::operator=(Rational const& other) noexcept {
-    if (m_impl && other.m_impl && m_impl != other.m_impl) {
+    if (this != &other && m_impl && other.m_impl) {
         *m_impl = *other.m_impl;
     }
     return *this;

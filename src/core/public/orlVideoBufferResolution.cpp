@@ -59,7 +59,8 @@ void writeNested(JsonWriter& writer, BoundsValues const& values) {
 
 // Three factors of 32 bits can go beyond 64; unsigned, that is defined.
 long long multiply(long long left, long long right) {
-    return static_cast<long long>(static_cast<std::uint64_t>(left) * static_cast<std::uint64_t>(right));
+    std::uint64_t const product = static_cast<std::uint64_t>(left) * static_cast<std::uint64_t>(right);
+    return static_cast<long long>(product);
 }
 
 } // namespace
@@ -113,7 +114,7 @@ VideoBufferResolution::~VideoBufferResolution() {
 }
 
 VideoBufferResolution& VideoBufferResolution::operator=(VideoBufferResolution const& other) noexcept {
-    if (m_impl && other.m_impl && m_impl != other.m_impl) {
+    if (this != &other && m_impl && other.m_impl) {
         *m_impl = *other.m_impl;
     }
     return *this;

@@ -102,22 +102,24 @@ TEST(Rational, AssignsItselfWithoutChange) {
     expectFields(rate, 24, 1U);
 }
 
+// NOLINTBEGIN(bugprone-use-after-move, clang-analyzer-cplusplus.Move): what a moved-from object may do
+
 TEST(Rational, MovesTakeTheValueAlong) {
     Rational source(24, 1);
     Rational target(std::move(source));
     expectFields(target, 24, 1U);
-    EXPECT_TRUE(isMovedFrom(source)); // NOLINT(bugprone-use-after-move)
+    EXPECT_TRUE(isMovedFrom(source));
 
     Rational assigned(30, 1);
     EXPECT_EQ(&(assigned = std::move(target)), &assigned);
     expectFields(assigned, 24, 1U);
-    EXPECT_TRUE(isMovedFrom(target)); // NOLINT(bugprone-use-after-move)
+    EXPECT_TRUE(isMovedFrom(target));
 }
 
 TEST(Rational, AMovedFromObjectTakesAMovedValue) {
     Rational source(24, 1);
     Rational const target(std::move(source));
-    source = Rational(25, 1); // NOLINT(bugprone-use-after-move): what a moved-from object may do
+    source = Rational(25, 1);
     expectFields(source, 25, 1U);
 }
 
@@ -125,7 +127,7 @@ TEST(Rational, AMovedFromObjectMovesOnToAnother) {
     Rational source(24, 1);
     Rational const first(std::move(source));
     Rational second(25, 1);
-    second = std::move(source); // NOLINT(bugprone-use-after-move)
+    second = std::move(source);
     EXPECT_TRUE(isMovedFrom(second));
     second = Rational(30, 1);
     expectFields(second, 30, 1U);
@@ -135,7 +137,7 @@ TEST(Rational, CopyAssignmentFromOrToAMovedFromObjectDoesNothing) {
     Rational source(24, 1);
     Rational const taken(std::move(source));
     Rational target(30, 1);
-    EXPECT_EQ(&(target = source), &target); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(&(target = source), &target);
     expectFields(target, 30, 1U);
 
     EXPECT_EQ(&(source = target), &source);
@@ -144,6 +146,8 @@ TEST(Rational, CopyAssignmentFromOrToAMovedFromObjectDoesNothing) {
     source = same;
     EXPECT_TRUE(isMovedFrom(source));
 }
+
+// NOLINTEND(bugprone-use-after-move, clang-analyzer-cplusplus.Move)
 
 TEST(Rational, SwapsThroughMoves) {
     Rational left(24, 1);

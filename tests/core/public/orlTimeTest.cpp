@@ -98,28 +98,29 @@ TEST(Time, AssignsItselfWithoutChange) {
     expectFields(time, 48, 24, 1U);
 }
 
+// NOLINTBEGIN(bugprone-use-after-move, clang-analyzer-cplusplus.Move): what a moved-from object may do
+
 TEST(Time, MovesTakeTheValueAlong) {
     Time source(48, Rational(24, 1));
     Time target(std::move(source));
     expectFields(target, 48, 24, 1U);
-    EXPECT_TRUE(isMovedFrom(source)); // NOLINT(bugprone-use-after-move)
+    EXPECT_TRUE(isMovedFrom(source));
     Time assigned(1, Rational(1, 1));
     EXPECT_EQ(&(assigned = std::move(target)), &assigned);
     expectFields(assigned, 48, 24, 1U);
-    EXPECT_TRUE(isMovedFrom(target)); // NOLINT(bugprone-use-after-move)
+    EXPECT_TRUE(isMovedFrom(target));
 }
 
 TEST(Time, AMovedFromObjectTakesAMovedValue) {
     Time source(48, Rational(24, 1));
     Time const target(std::move(source));
-    source = Time(1, Rational(25, 1)); // NOLINT(bugprone-use-after-move): what a moved-from object may do
+    source = Time(1, Rational(25, 1));
     expectFields(source, 1, 25, 1U);
 }
 
 TEST(Time, AMovedFromObjectIsUnequalToEverythingItselfIncluded) {
     Time source(48, Rational(24, 1));
     Time const target(std::move(source));
-    // NOLINTBEGIN(bugprone-use-after-move)
     EXPECT_FALSE(source == target);
     EXPECT_FALSE(target == source);
     EXPECT_FALSE(source == source);
@@ -130,8 +131,9 @@ TEST(Time, AMovedFromObjectIsUnequalToEverythingItselfIncluded) {
     Time const taken(std::move(other));
     EXPECT_FALSE(source == other);
     EXPECT_TRUE(source != other);
-    // NOLINTEND(bugprone-use-after-move)
 }
+
+// NOLINTEND(bugprone-use-after-move, clang-analyzer-cplusplus.Move)
 
 TEST(TimeComparison, NeedsTheSameTicksAtAnEqualRate) {
     struct {
