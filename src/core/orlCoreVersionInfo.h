@@ -6,9 +6,9 @@
 #include <string>
 
 /// \file
-/// The line by which a support engineer sees which build of the library a process has picked up. It goes to the
-/// standard error stream when the library is loaded, if the environment variable MARLINE_DUMP_VERSION_INFO holds a
-/// number other than 0.
+/// The line by which a support engineer sees which build of the library a process has picked up. It goes to
+/// the standard error stream when the library is loaded, if the environment variable
+/// MARLINE_DUMP_VERSION_INFO holds a number other than 0.
 
 namespace ORL_0_81 {
 
@@ -28,7 +28,8 @@ struct VersionInfo {
 /// The values of this build.
 extern VersionInfo const kVersionInfo;
 
-/// \returns the line without its newline: the library's name right-aligned in 16 columns, so that the colons of
+/// \returns the line without its newline: the library's name right-aligned in 16 columns, so that the colons
+/// of
 ///     several libraries stand one below the other, then ": " and the rest.
 std::string getVersionLine(VersionInfo const& info);
 

@@ -9,8 +9,8 @@ namespace ORL_0_81 {
 
 /// A block of bytes that the object allocated itself, or that somebody else owns.
 ///
-/// Memory comes from `malloc`, uncleared, and goes back through `free`. Nothing is checked and nothing is reported:
-/// an allocation that fails leaves a null block with the size that was asked for.
+/// Memory comes from `malloc`, uncleared, and goes back through `free`. Nothing is checked and nothing is
+/// reported: an allocation that fails leaves a null block with the size that was asked for.
 ///
 /// A Buffer is used by one thread at a time.
 class ORL_CORE_EXPORT Buffer {
@@ -65,8 +65,8 @@ protected:
     bool m_ownsMemory;
 };
 
-/// A Buffer for what must not leak: its memory is kept out of the swap space as far as the system allows, and what
-/// it owns is wiped before it is freed.
+/// A Buffer for what must not leak: its memory is kept out of the swap space as far as the system allows, and
+/// what it owns is wiped before it is freed.
 ///
 /// Which operation locks, unlocks and wipes is not symmetric, and callers may rely on it as it stands:
 /// - the destructor and the copy assignment unlock; allocate(), setBuffer() and the move assignment do not;
@@ -88,8 +88,8 @@ public:
     /// Wipes and unlocks what it owns, then frees it. A block of somebody else's stays as it is, and locked.
     ~SecureBuffer() override;
 
-    /// Wipes what it owns, unlocks the old block whoever owns it, frees what it owns, makes a deep copy and locks
-    /// it. Self-assignment does nothing.
+    /// Wipes what it owns, unlocks the old block whoever owns it, frees what it owns, makes a deep copy and
+    /// locks it. Self-assignment does nothing.
     SecureBuffer& operator=(SecureBuffer const& other);
 
     /// Wipes and frees what it owns, then makes a deep copy, not locked. The source keeps what it has.

@@ -15,8 +15,9 @@ namespace ORL_0_81 {
 /// The operations have no state. Most hand the system's own result through: an `int` in the system's
 /// convention, no Status. Paths, names and texts are NUL-terminated and must not be null, except where told.
 ///
-/// Thread safety is that of the call beneath: getenv() and setEnvVar() must not run at the same time, strerror()
-/// reads the calling thread's errno, and the operations on thread names concern the calling thread only.
+/// Thread safety is that of the call beneath: getenv() and setEnvVar() must not run at the same time,
+/// strerror() reads the calling thread's errno, and the operations on thread names concern the calling thread
+/// only.
 class ORL_CORE_EXPORT Platform {
 public:
     /// \returns the directory of the running executable, with symbolic links resolved and without the
@@ -39,7 +40,8 @@ public:
 
     /// Names the calling thread.
     ///
-    /// \returns 0 or the system's error number. A name of more than 15 bytes is refused with 34 (ERANGE) and the
+    /// \returns 0 or the system's error number. A name of more than 15 bytes is refused with 34 (ERANGE) and
+    /// the
     ///     thread keeps its name.
     static int setThreadName(String const& name);
 
@@ -64,16 +66,17 @@ public:
     /// \param removeSelf Removes the directory, too, in the end. It is handed down, so that a recursive call
     ///     without it keeps all directories.
     /// \param recursive Enters subdirectories; without it they are left alone, and so is what holds them.
-    /// \returns -1 if the directory cannot be read. Otherwise the first failure to remove a file, at which the
-    ///     operation stops at once and leaves the handle of the directory open; else the result of removing or
-    ///     closing the directory. A failure below a subdirectory goes unnoticed.
+    /// \returns -1 if the directory cannot be read. Otherwise the first failure to remove a file, at which
+    /// the
+    ///     operation stops at once and leaves the handle of the directory open; else the result of removing
+    ///     or closing the directory. A failure below a subdirectory goes unnoticed.
     static int rmfiles(char const* path, bool removeSelf, bool recursive);
 
     /// \returns the system's text for the calling thread's errno. It may change with the next call.
     static char const* strerror();
 
-    /// Keep memory out of the swap space, or no longer. \returns 0, or -1 with errno set, as when the process is at
-    /// its limit of locked memory.
+    /// Keep memory out of the swap space, or no longer. \returns 0, or -1 with errno set, as when the process
+    /// is at its limit of locked memory.
     static int mlock(void const* address, unsigned long length);
     static int munlock(void const* address, unsigned long length);
 

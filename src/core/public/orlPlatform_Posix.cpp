@@ -103,9 +103,9 @@ int Platform::mlock(void const* address, unsigned long length) { return ::mlock(
 int Platform::munlock(void const* address, unsigned long length) { return ::munlock(address, length); }
 
 int Platform::memset_s(void* address, char value, unsigned long count) {
-    // Not every system has the call of this name. Through a pointer that may change at any moment the compiler
-    // can neither know what is called nor leave the call out.
-    static void* (*volatile const fill)(void*, int, std::size_t) = &std::memset;
+    // Not every system has the call of this name. Through a pointer that may change at any moment the
+    // compiler can neither know what is called nor leave the call out.
+    static void* (*const volatile fill)(void*, int, std::size_t) = &std::memset;
     if (!address) {
         return EINVAL;
     }
