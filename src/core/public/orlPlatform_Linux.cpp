@@ -21,7 +21,7 @@ String Platform::getExecutablePath() {
 
     // The file of a running executable may be gone.
     char* const resolved = ::realpath(path, nullptr);
-    String const directory(resolved ? ::dirname(resolved) : ".");
+    String directory(resolved ? ::dirname(resolved) : ".");
     std::free(resolved);
     return directory;
 }

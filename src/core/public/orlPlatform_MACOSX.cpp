@@ -15,7 +15,7 @@ String Platform::getExecutablePath() {
         return String(".");
     }
     char* const resolved = ::realpath(path, nullptr);
-    String const directory(resolved ? ::dirname(resolved) : ".");
+    String directory(resolved ? ::dirname(resolved) : ".");
     std::free(resolved);
     return directory;
 }
