@@ -5,10 +5,11 @@
 
 #include <cfloat>
 #include <cmath>
+#include <limits>
 
 /// \file
-/// The one tolerance of the library. Every comparison of doubles is absolute and strict against DBL_EPSILON;
-/// nothing scales it with the values.
+/// The one tolerance of the library, and its one way from doubles to integers. Every comparison of doubles is
+/// absolute and strict against DBL_EPSILON; nothing scales it with the values.
 
 namespace ORL_0_81 {
 
@@ -17,6 +18,22 @@ inline bool isNearZero(double value) { return std::fabs(value) < DBL_EPSILON; }
 
 /// True when |left - right| < DBL_EPSILON. False when either is not a number, and for two equal infinities.
 inline bool isNear(double left, double right) { return isNearZero(left - right); }
+
+/// Truncates toward zero. A value beyond the range of the signed type stops at the limit; one that is not a
+/// number gives 0. The language leaves both open.
+template <class Integer>
+Integer truncateTo(double value) {
+    using Limits = std::numeric_limits<Integer>;
+    // The power of two right above the largest value, which itself may be no double.
+    constexpr double kBeyond = -static_cast<double>(Limits::min());
+    if (value >= kBeyond) {
+        return Limits::max();
+    }
+    if (value <= -kBeyond) {
+        return Limits::min();
+    }
+    return std::isnan(value) ? Integer{0} : static_cast<Integer>(value);
+}
 
 } // namespace ORL_0_81
 
