@@ -9,7 +9,9 @@ library=$1
 exports=$(nm --dynamic --defined-only --demangle "$library" | cut -d' ' -f3-)
 failed=0
 
-foreign=$(grep -vE '^((non-virtual|virtual) thunk to |(construction )?vtable for |typeinfo (name )?for |VTT for |guard variable for )?ORL_0_81::' <<<"$exports" || true)
+# By mangled names: a demangled one may begin with a function's result.
+foreign=$(nm --dynamic --defined-only "$library" | cut -d' ' -f3- |
+    grep -vE '^_Z(T[CISTV]|GV|T[hvc].*_)?Z?NK?8ORL_0_81' | c++filt || true)
 if [ -n "$foreign" ]; then
     printf 'Not of ORL_0_81:\n%s\n' "$foreign"
     failed=1
