@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Copyright Contributors to the orlCore project
 #include "core/public/orlStringTesting.h"
+#include "support/Allocations.h"
 
 #include <gtest/gtest.h>
 
@@ -16,76 +17,10 @@
 
 namespace {
 
-long allocationCount = 0;
-long liveCount = 0;
-long allocationsUntilFailure = -1; // negative: never
-
-void* allocate(std::size_t size) {
-    if (allocationsUntilFailure == 0) {
-        throw std::bad_alloc();
-    }
-    if (allocationsUntilFailure > 0) {
-        --allocationsUntilFailure;
-    }
-    void* const memory = std::malloc(size == 0 ? 1 : size);
-    if (!memory) {
-        throw std::bad_alloc();
-    }
-    ++allocationCount;
-    ++liveCount;
-    return memory;
-}
-
-void deallocate(void* memory) {
-    if (memory) {
-        --liveCount;
-        std::free(memory);
-    }
-}
-
-} // namespace
-
-void* operator new(std::size_t size) { return allocate(size); }
-void* operator new[](std::size_t size) { return allocate(size); }
-void operator delete(void* memory) noexcept { deallocate(memory); }
-void operator delete[](void* memory) noexcept { deallocate(memory); }
-void operator delete(void* memory, std::size_t) noexcept { deallocate(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { deallocate(memory); }
-
-namespace {
-
 using namespace ORL_0_81;
 using namespace StringTesting;
 
 char const* const LONG_TEXT = "a text that is too long to stand inside of a string object";
-
-template <class Operation>
-long allocationsOf(Operation const& operation) {
-    long const before = allocationCount;
-    operation();
-    return allocationCount - before;
-}
-
-// Lets the allocation after the next `count` ones fail, and all that follow, until it goes out of scope.
-class Failure {
-public:
-    explicit Failure(long count) { allocationsUntilFailure = count; }
-    Failure(Failure const&) = delete;
-    Failure& operator=(Failure const&) = delete;
-    ~Failure() { allocationsUntilFailure = -1; }
-};
-
-// Performs the operation while an allocation fails; true when the failure came through.
-template <class Operation>
-bool runsOutOfMemory(long allocationsBefore, Operation const& operation) {
-    Failure const failure(allocationsBefore);
-    try {
-        operation();
-    } catch (std::bad_alloc const&) {
-        return true;
-    }
-    return false;
-}
 
 // The replacement functions are in use where the library allocates.
 TEST(StringAllocation, ANewValueAllocatesTheHiddenStringAndItsControlBlock) {
@@ -240,7 +175,7 @@ TEST(StringAllocation, PlusAssignOfTheEmptyRepresentationDoesNotDetach) {
 }
 
 TEST(StringAllocation, NothingIsLeftBehind) {
-    long const before = liveCount;
+    long const before = liveAllocations();
     {
         String a(LONG_TEXT);
         String b(a);
@@ -252,11 +187,11 @@ TEST(StringAllocation, NothingIsLeftBehind) {
         a.clear();
         b = c.substr(3);
     }
-    EXPECT_EQ(liveCount, before);
+    EXPECT_EQ(liveAllocations(), before);
 }
 
 TEST(StringAllocation, AFailedChangeFreesWhatItWorkedOn) {
-    long const before = liveCount;
+    long const before = liveAllocations();
     {
         String sole(LONG_TEXT);
         EXPECT_THROW(sole.at(1000), std::out_of_range);
@@ -267,16 +202,16 @@ TEST(StringAllocation, AFailedChangeFreesWhatItWorkedOn) {
         EXPECT_THROW(empty.reserve(String::npos), std::length_error);
         EXPECT_THROW(String(original, 1000, 1), std::out_of_range);
     }
-    EXPECT_EQ(liveCount, before);
+    EXPECT_EQ(liveAllocations(), before);
 }
 
 TEST(StringMemoryFailure, AConstructorPassesTheAllocatorsExceptionOn) {
-    long const before = liveCount;
+    long const before = liveAllocations();
     EXPECT_TRUE(runsOutOfMemory(0, [] { String s(LONG_TEXT); })) << "no hidden string";
     EXPECT_TRUE(runsOutOfMemory(1, [] { String s(LONG_TEXT); })) << "no room for its text";
     EXPECT_TRUE(runsOutOfMemory(0, [] { String s(100, 'x'); }));
     EXPECT_TRUE(runsOutOfMemory(1, [] { String s(100, 'x'); }));
-    EXPECT_EQ(liveCount, before);
+    EXPECT_EQ(liveAllocations(), before);
 }
 
 TEST(StringMemoryFailure, AFailedCopyOfASharedStringLeavesTheObjectUnchanged) {
