@@ -14,7 +14,7 @@ namespace ORL_0_81 {
 
 /// What the build knows of itself, all as text.
 struct VersionInfo {
-    char const* libraryName;
+    char const* name;
     char const* familyPrefix;
     char const* major; ///< decimal, as are minor, patch and buildNumber; leading zeros are lost
     char const* minor;

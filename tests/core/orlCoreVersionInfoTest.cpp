@@ -15,7 +15,7 @@ using namespace ORL_0_81;
 
 VersionInfo sample() {
     VersionInfo info{};
-    info.libraryName = "orlCore";
+    info.name = "orlCore";
     info.familyPrefix = "orl";
     info.major = "0";
     info.minor = "81";
@@ -34,9 +34,9 @@ TEST(VersionInfo, TheLineHasItsShape) {
 
 TEST(VersionInfo, TheNameIsPaddedToSixteenColumns) {
     VersionInfo info = sample();
-    info.libraryName = "sixteen-columns.";
+    info.name = "sixteen-columns.";
     EXPECT_EQ(getVersionLine(info).find(": orl"), 16U);
-    info.libraryName = "x";
+    info.name = "x";
     EXPECT_EQ(getVersionLine(info).find(": orl"), 16U);
 }
 
