@@ -25,10 +25,10 @@ std::string getVersionLine(VersionInfo const& info) {
     version << std::atoi(info.major) << "." << std::atoi(info.minor) << "." << std::atoi(info.patch);
 
     std::ostringstream line;
-    line << std::right << std::setw(kNameWidth) << info.name << ": " << info.familyPrefix
-         << " version " << version.str() << " (" << info.buildDate << ", build "
-         << std::atoi(info.buildNumber) << ", commit " << std::setw(kCommitWidth)
-         << std::string(info.commit).substr(0, kCommitWidth) << ", branch " << info.branch << ")";
+    line << std::right << std::setw(kNameWidth) << info.name << ": " << info.familyPrefix << " version "
+         << version.str() << " (" << info.buildDate << ", build " << std::atoi(info.buildNumber)
+         << ", commit " << std::setw(kCommitWidth) << std::string(info.commit).substr(0, kCommitWidth)
+         << ", branch " << info.branch << ")";
     return line.str();
 }
 
