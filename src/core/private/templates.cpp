@@ -376,7 +376,8 @@ static_assert(sizeof(List<String>) == sizeof(void*) && sizeof(List<String>::Iter
               "the layout is part of the binary interface");
 static_assert(sizeof(Vector<String>) == sizeof(void*) && sizeof(Vector<String>::Iterator) == sizeof(void*),
               "the layout is part of the binary interface");
-static_assert(sizeof(Annotation::Paint::Point) == 3 * 8 && sizeof(CacheStats::FrameRange) == 2 * 8,
+static_assert(sizeof(Annotation::Paint::Point) == 3 * sizeof(double) &&
+                  sizeof(CacheStats::FrameRange) == 2 * sizeof(long long),
               "the layout is part of the binary interface");
 
 } // namespace ORL_0_81
