@@ -352,7 +352,7 @@ T const& List<T>::back() const {
 
 // What the sibling library's class looks like from here. It is never constructed here, only counted and
 // deleted through its virtual operations.
-class ExternalSegment : public RefCountedBase {};
+class ORL_CORE_EXPORT ExternalSegment : public RefCountedBase {};
 
 // The element types. Each class among them must carry ORL_CORE_EXPORT: an instantiation over a hidden type is
 // hidden too, without a word from the compiler. And each must be known in full above.

@@ -9,7 +9,7 @@ namespace ORL_0_81 {
 
 /// A class of a sibling library, of which this one only counts the owners. It must have a counted class
 /// (orlRefCounted.h) as its first base.
-class ORL_CORE_EXPORT ExternalSegment;
+class ExternalSegment;
 
 /// The linked list of the public interfaces: the standard list behind one pointer.
 ///

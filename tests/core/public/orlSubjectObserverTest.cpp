@@ -449,6 +449,18 @@ TEST(ObserverCopy, KeepsItsSourcesSubjectsInMind) {
     place.end();
 }
 
+TEST(ObserverCopy, ForgetsASubjectThatIsToldToRemoveIt) {
+    Place<Subject> place;
+    Recorder observer;
+    place.begin().addObserver(&observer);
+    Recorder copy(observer);
+    place.get().removeObserver(&copy); // finds nothing on its own side
+    place.get().notify(HINT);
+    EXPECT_EQ(observer.calls(), 1U);
+    place.end();
+    // The copy ends now, and would reach for the dead subject if it still had it in mind.
+}
+
 TEST(ObserverCopyAssignment, ReplacesTheSubjectsWithoutTellingThem) {
     Subject lost;
     Subject gained;
@@ -530,8 +542,7 @@ TEST(SubjectMove, CopyAssignmentWithinOneStateDoesNothing) {
 }
 
 TEST(SubjectMove, AssignmentDetachesTheTargetAndEmptiesTheSource) {
-    Place<Recorder> place;
-    Recorder& old = place.begin();
+    Recorder old;
     Subject target;
     target.addObserver(&old);
     Subject source;
