@@ -2,16 +2,17 @@
 // Copyright Contributors to the orlCore project
 #include "orlCoreVersionInfo.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <cstdlib>
-#include <regex>
 #include <string>
 
 namespace {
 
 using namespace ORL_0_81;
+using testing::MatchesRegex;
 
 VersionInfo sample() {
     VersionInfo info{};
@@ -59,11 +60,9 @@ TEST(VersionInfo, AShortCommitIsRightAlignedInSeven) {
 TEST(VersionInfo, TheBuildsValuesFitTheNamespace) {
     EXPECT_STREQ(kVersionInfo.major, "0");
     EXPECT_STREQ(kVersionInfo.minor, "81");
-    EXPECT_TRUE(std::regex_match(kVersionInfo.buildDate,
-                                 std::regex(R"([A-Z][a-z]{2} \d\d/\d\d/\d{4}, \d{12}|unknown)")))
-        << kVersionInfo.buildDate;
-    EXPECT_TRUE(std::regex_match(kVersionInfo.commit, std::regex("[0-9a-f]{40}|unknown")))
-        << kVersionInfo.commit;
+    EXPECT_THAT(kVersionInfo.buildDate,
+                MatchesRegex("[A-Z][a-z]{2} [0-9]{2}/[0-9]{2}/[0-9]{4}, [0-9]{12}|unknown"));
+    EXPECT_THAT(kVersionInfo.commit, MatchesRegex("[0-9a-f]{40}|unknown"));
 }
 
 // What a program that links the shared library prints on standard error, with the variable set as told.
