@@ -24,6 +24,10 @@ function(orl_target_defaults target)
     target_compile_options(${target} PRIVATE -Werror)
   endif()
 
+  # One product and one sum are rounded one after the other on every processor, so that a document is the same
+  # text wherever it is written.
+  target_compile_options(${target} PRIVATE -ffp-contract=off)
+
   if(ORL_SANITIZE)
     target_compile_options(${target} PRIVATE
       -fsanitize=${ORL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
