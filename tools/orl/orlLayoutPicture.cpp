@@ -123,6 +123,25 @@ private:
     double m_factor;
 };
 
+// A long name is parted at the mark that is nearest to its middle, for it would have to be written small.
+std::vector<std::string> inTwoLines(std::string const& name) {
+    constexpr std::size_t kOneLine = 14;
+    if (countLetters(name) <= kOneLine) {
+        return {name};
+    }
+    std::size_t const middle = name.size() / 2;
+    auto distance = [middle](std::size_t place) { return place > middle ? place - middle : middle - place; };
+    std::size_t best = 0;
+    for (std::size_t i = name.find_first_of(" ._-"); i != std::string::npos;
+         i = name.find_first_of(" ._-", i + 1)) {
+        if (i > 0 && (best == 0 || distance(i) < distance(best))) {
+            best = i;
+        }
+    }
+    return best == 0 ? std::vector<std::string>{name}
+                     : std::vector<std::string>{name.substr(0, best), name.substr(best)};
+}
+
 class Picture {
 public:
     explicit Picture(std::string const& title, Scale const& scale) : m_scale(scale) {
@@ -145,14 +164,7 @@ public:
                   (clip.details.empty() ? "" : "\n" + svgText(clip.details)) + "</title>\n" +
                   rectangle(place) + " fill=\"" + colour +
                   "\" stroke=\"#e8e8ea\" vector-effect=\"non-scaling-stroke\"/>\n";
-        constexpr std::size_t kMaxLetters = 32;
-        std::string const name = shortened(clip.name, kMaxLetters);
-        double const size = letterSize(place, countLetters(name));
-        writeLine(name, place, clip.details.empty() ? size * 0.35 : -size * 0.1, size, "#ffffff");
-        if (!clip.details.empty()) {
-            double const detailSize = std::min(size * 0.7, letterSize(place, countLetters(clip.details)));
-            writeLine(clip.details, place, size * 0.4 + detailSize, detailSize, "#d6d8de");
-        }
+        writeLines(clip, place);
         m_text += "</g>\n";
     }
 
@@ -166,12 +178,37 @@ private:
                "\" height=\"" + number(place.height) + '"';
     }
 
-    // So that a line fits into nine tenths of the width, and two lines into the height.
+    // So that a line fits into nine tenths of the width, and three lines into the height.
     static double letterSize(Rectangle const& place, std::size_t letters) {
         constexpr double kLetterWidth = 0.62; // of a usual sans serif, of its size
         return std::min(place.height * 0.16,
                         place.width * 0.9 /
                             (kLetterWidth * static_cast<double>(std::max<std::size_t>(letters, 8))));
+    }
+
+    // The name in one line or two, and the details below it, centred as one block.
+    void writeLines(DrawnClip const& clip, Rectangle const& place) {
+        constexpr std::size_t kMaxLetters = 40;
+        std::vector<std::string> const name = inTwoLines(shortened(clip.name, kMaxLetters));
+        std::size_t letters = 0;
+        for (std::string const& line : name) {
+            letters = std::max(letters, countLetters(line));
+        }
+        double const size = letterSize(place, letters);
+        double const detailSize =
+            clip.details.empty() ? 0.0 : std::min(size * 0.8, letterSize(place, countLetters(clip.details)));
+
+        constexpr double kLineHeight = 1.2;    // of the size of the letters
+        constexpr double kLetterHeight = 0.75; // of a capital, likewise
+        double const block = static_cast<double>(name.size()) * size * kLineHeight + detailSize;
+        double baseline = -block / 2 + size * kLetterHeight;
+        for (std::string const& line : name) {
+            writeLine(line, place, baseline, size, "#ffffff");
+            baseline += size * kLineHeight;
+        }
+        if (!clip.details.empty()) {
+            writeLine(clip.details, place, baseline, detailSize, "#d6d8de");
+        }
     }
 
     void writeLine(std::string const& text, Rectangle const& place, double below, double size,
