@@ -65,7 +65,7 @@ std::string detailsOf(ClipNode const& clip) {
     rapidotio::Time const& length = clip.m_sourceRange.duration.isDefined() ? clip.m_sourceRange.duration
                                                                             : clip.m_availableRange.duration;
     if (length.isDefined()) {
-        text += (text.empty() ? "" : "  ") + shortly(length.value) + " f at " + shortly(length.rate);
+        text += (text.empty() ? "" : " \xc2\xb7 ") + shortly(length.value) + " f at " + shortly(length.rate);
     }
     return text;
 }

@@ -77,6 +77,8 @@ std::string sizeOf(int bytes) {
     return text.data();
 }
 
+std::string channels(int count) { return std::to_string(count) + (count == 1 ? " channel" : " channels"); }
+
 // The known ones of several things that are told of one.
 std::string joined(std::vector<std::string> const& parts) {
     std::string text;
@@ -106,7 +108,7 @@ std::string pictureText(ClipNode const& clip) {
     return joined({std::to_string(clip.m_pixelWidth) + 'x' + std::to_string(clip.m_pixelHeight),
                    clip.m_pixelAspect > 0 ? "pixel aspect " + shortly(clip.m_pixelAspect) : "",
                    clip.m_frameRate > 0 ? shortly(clip.m_frameRate) + " frames a second" : "",
-                   clip.m_numVideoChannels > 0 ? std::to_string(clip.m_numVideoChannels) + " channels" : "",
+                   clip.m_numVideoChannels > 0 ? channels(clip.m_numVideoChannels) : "",
                    printable(clip.m_dataType),
                    isKnown(clip.m_videoCodec) ? printable(clip.m_videoCodec) : ""});
 }
@@ -116,7 +118,7 @@ std::string soundText(ClipNode const& clip) {
         return "-";
     }
     return joined({clip.m_audioSampleRate > 0 ? shortly(clip.m_audioSampleRate) + " Hz" : "",
-                   clip.m_numAudioChannels > 0 ? std::to_string(clip.m_numAudioChannels) + " channels" : "",
+                   clip.m_numAudioChannels > 0 ? channels(clip.m_numAudioChannels) : "",
                    isKnown(clip.m_audioCodec) ? printable(clip.m_audioCodec) : ""});
 }
 

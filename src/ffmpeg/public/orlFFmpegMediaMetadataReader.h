@@ -28,11 +28,9 @@ namespace ORL_0_81 {
 ///   count. Images and sequences have no rate of their own, and take that of the time that is asked for, as
 ///   does the range of a medium that is sound alone; 24/1 if that has none. One image lasts one frame.
 /// - A length that nobody can know, of a piped stream for example, is left undefined.
-/// - The resolution is that of the stored picture in pixels. The data type is "uint8", "uint16" (also for 9
-/// to
+/// - The resolution is that of the stored picture in pixels. The data type is "uint8", "uint16" (also for 9 to
 ///   15 bits), "uint32", "half" or "float"; the number of channels counts alpha.
-/// - The bounds are the largest rectangle of the picture's display aspect that fits into the reference
-/// bounds,
+/// - The bounds are the largest rectangle of the picture's display aspect that fits into the reference bounds,
 ///   at their centre. Pixel aspect and rotation by quarter turns count. Reference bounds that are not valid
 ///   give a rectangle of height 1.0. Sound alone has the reference bounds.
 /// - Codecs by their FFmpeg names, "Unknown" for what is not there. The size of the file in bytes, of the
@@ -47,12 +45,11 @@ namespace ORL_0_81 {
 /// | Status                  | Cause |
 /// |-------------------------|-------|
 /// | kFileNotFound           | no such file, no frame of such a sequence, an empty path |
-/// | kIOAccess               | no permission, a protocol that is not allowed, an error of the device or the
-/// network, the time limit | | kUnsupportedFormat      | nothing that FFmpeg knows, such as text; a format
-/// without picture and sound; a sequence of movies | | kUnsupportedCodec       | a picture, or sound alone,
-/// that FFmpeg knows no decoder for | | kVariableFps            | frames that do not come at any one rate |
-/// | kErrorOpeningMediaFile  | a directory or a device; an empty, truncated or broken file without a usable
-/// frame |
+/// | kIOAccess               | no permission, a protocol that is not allowed, an error of the device, the time limit |
+/// | kUnsupportedFormat      | nothing that FFmpeg knows; neither picture nor sound; a sequence of movies |
+/// | kUnsupportedCodec       | a picture, or sound alone, that FFmpeg knows no decoder for |
+/// | kVariableFps            | frames that do not come at any one rate |
+/// | kErrorOpeningMediaFile  | a directory or a device; an empty or broken file without a usable frame |
 ///
 /// The document is left alone after a failure. Operations may throw `std::bad_alloc`.
 ///
