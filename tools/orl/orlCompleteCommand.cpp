@@ -5,6 +5,7 @@
 #include "orlDocumentFile.h"
 #include "orlPrintable.h"
 #include "orlProgress.h"
+#include "orlStatusWords.h"
 #include "orlTimelineDocument.h"
 
 #include <map>

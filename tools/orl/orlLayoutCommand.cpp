@@ -4,6 +4,7 @@
 
 #include "orlDocumentFile.h"
 #include "orlLayoutPicture.h"
+#include "orlStatusWords.h"
 #include "orlTimelineDocument.h"
 
 #include <algorithm>

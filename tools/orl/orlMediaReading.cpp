@@ -21,21 +21,6 @@ namespace {
 // a disk goes back and forth between them, or that the process runs out of file handles.
 constexpr std::size_t kMaxReadsAtATime = 16;
 
-// What the names of the usual outcomes mean.
-struct Words {
-    Status::Type code;
-    char const* text;
-};
-constexpr Words kWords[] = {
-    {Status::kErrorOpeningMediaFile, "it cannot be opened as a medium"},
-    {Status::kFileNotFound, "no such file"},
-    {Status::kIOAccess, "it cannot be read, or does not answer"},
-    {Status::kMediaReaderUnavailable, "no reader for media"},
-    {Status::kUnsupportedCodec, "nothing here decodes it"},
-    {Status::kUnsupportedFormat, "it is of a kind that cannot be read"},
-    {Status::kVariableFps, "its frame rate varies"},
-};
-
 MediaReading readMedium(std::string const& path, MediaRequest const& request) {
     String metadata;
     Status const status =
@@ -58,16 +43,6 @@ SharedPtr<MediaMetadataReader> openReader(std::string const& file) {
                                "FFmpeg's development files (on Debian libavformat-dev, libavcodec-dev and "
                                "libavutil-dev) and build it anew");
 #endif
-}
-
-std::string reasonOf(Status status) {
-    std::string const name = status.getStr();
-    for (Words const& words : kWords) {
-        if (status == words.code) {
-            return name + ": " + words.text;
-        }
-    }
-    return name;
 }
 
 std::vector<MediaReading> readMedia(std::vector<std::string> const& paths, MediaRequest const& request,

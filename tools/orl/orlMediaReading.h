@@ -39,9 +39,6 @@ struct MediaRequest {
 /// \throws InputError that tells how to get one.
 SharedPtr<MediaMetadataReader> openReader(std::string const& file);
 
-/// Tells a status in words for people, its name first: "kFileNotFound: no such file".
-std::string reasonOf(Status status);
-
 /// What came of one medium.
 struct MediaReading {
     Status status;

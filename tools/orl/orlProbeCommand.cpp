@@ -4,6 +4,7 @@
 
 #include "orlDocumentFile.h"
 #include "orlPrintable.h"
+#include "orlStatusWords.h"
 #include "rapidotio/orlOtioNode.h"
 #include "rapidotio/orlOtioNodeVisitor.h"
 #include "rapidotio/orlOtioVisitorHelper.h"

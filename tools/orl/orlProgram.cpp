@@ -11,6 +11,7 @@
 #include "orlNormalizeCommand.h"
 #include "orlPrintable.h"
 #include "orlProbeCommand.h"
+#include "orlSequencesCommand.h"
 
 #include <CLI/CLI.hpp>
 
@@ -41,7 +42,8 @@ void describe(CLI::App& app) {
                "  orl normalize cut.otio -o normal.otio\n"
                "  orl probe plate.mov shot.%04d.exr\n"
                "  orl complete cut.otio -o complete.otio\n"
-               "  orl layout *.mov --svg layout.svg -o layout.otio\n");
+               "  orl layout *.mov --svg layout.svg -o layout.otio\n"
+               "  orl sequences /shows/nf/plates\n");
 }
 
 CLI::App& addNormalize(CLI::App& app, NormalizeCommand& command) {
@@ -155,6 +157,33 @@ CLI::App& addProbe(CLI::App& app, ProbeCommand& command) {
     return probe;
 }
 
+CLI::App& addSequences(CLI::App& app, SequencesCommand& command) {
+    CLI::App& sequences = *app.add_subcommand(
+        "sequences", "Tell the numbered file sequences of a directory, or of a list of names");
+    sequences
+        .add_option("DIR", command.directory, "Directory; - takes names from standard input, one a line")
+        ->required()
+        ->type_name("");
+    sequences.add_option("--filter", command.filter, "Leave out names in which this is not found")
+        ->type_name("REGEX");
+    sequences.add_flag("-r,--recursive", command.isRecursive, "Go through all directories below as well");
+    CLI::Option* const json = sequences.add_flag_callback(
+        "--json", [&command] { command.form = SequencesCommand::Form::kJson; },
+        "One JSON object a line, for programs");
+    sequences
+        .add_flag_callback(
+            "--plain", [&command] { command.form = SequencesCommand::Form::kPlain; },
+            "Names and nothing else")
+        ->excludes(json);
+    sequences.add_flag("-0,--null", command.isNulSeparated,
+                       "Names end with a zero byte, on standard input and with --plain on output");
+    sequences.footer("A line tells the frames: the first and the last, how many, and which are missing.\n\n"
+                     "Examples:\n"
+                     "  orl sequences --filter 'exr$' /shows/nf/plates\n"
+                     "  find . -name '*.dpx' -print0 | orl sequences -0 --plain -\n");
+    return sequences;
+}
+
 void print(InputError const& error, std::ostream& out) {
     out << "orl ERROR: " << inQuotes(error.file()) << " : " << error.what() << '\n';
 }
@@ -185,17 +214,20 @@ int run(std::vector<std::string> arguments, Streams const& streams) {
     CompleteCommand complete;
     LayoutCommand layout;
     ProbeCommand probe;
+    SequencesCommand sequences;
     CLI::App const& normalizeApp = addNormalize(app, normalize);
     CLI::App const& infoApp = addInfo(app, info);
     CLI::App const& probeApp = addProbe(app, probe);
     CLI::App const& completeApp = addComplete(app, complete);
     CLI::App const& layoutApp = addLayout(app, layout);
+    CLI::App const& sequencesApp = addSequences(app, sequences);
 
     try {
         arguments = marked(std::move(arguments));
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-        for (std::string* const name : {&normalize.file, &normalize.output, &complete.file, &complete.output,
-                                        &layout.output, &layout.picture, &layout.name}) {
+        for (std::string* const name :
+             {&normalize.file, &normalize.output, &complete.file, &complete.output, &layout.output,
+              &layout.picture, &layout.name, &sequences.directory, &sequences.filter}) {
             unmark(*name);
         }
         for (std::vector<std::string>* const names : {&info.files, &layout.paths, &probe.paths}) {
@@ -223,6 +255,8 @@ int run(std::vector<std::string> arguments, Streams const& streams) {
         complete.run(streams);
     } else if (layoutApp.parsed()) {
         isGood = layout.run(streams, tell);
+    } else if (sequencesApp.parsed()) {
+        isGood = sequences.run(streams, tell);
     }
     return isGood ? kExitGood : kExitInputAtFault;
 }

@@ -364,10 +364,14 @@ int CandidateIndex::run(Index index, std::size_t field, Span const&) {
     return m_runs.back()->longest();
 }
 
-std::size_t CandidateIndex::claimAll(Index index, std::size_t field, Span const& span) {
+std::size_t CandidateIndex::claimAll(Index index, std::size_t field, Span const& span,
+                                     std::vector<Index>* claimed) {
     Group* const group = groupOf(index, field);
     if (!group) {
         claim(index);
+        if (claimed) {
+            claimed->push_back(index);
+        }
         return span.length;
     }
     if (group->runs != NONE) {
@@ -391,6 +395,9 @@ std::size_t CandidateIndex::claimAll(Index index, std::size_t field, Span const&
         if (!isClaimed(other)) {
             narrowest = std::min(narrowest, m_names[other].size() - around);
             claim(other);
+            if (claimed) {
+                claimed->push_back(other);
+            }
         }
     }
     return narrowest;

@@ -62,8 +62,10 @@ public:
 
     /// Takes those names out, itself included. To be asked after count().
     ///
+    /// \param claimed If not null, their numbers are appended.
     /// \returns the width of the narrowest of their frames.
-    std::size_t claimAll(Index index, std::size_t field, Span const& span);
+    std::size_t claimAll(Index index, std::size_t field, Span const& span,
+                         std::vector<Index>* claimed = nullptr);
 
 private:
     static constexpr Index NONE = ~Index{0};

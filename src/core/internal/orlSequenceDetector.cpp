@@ -110,7 +110,13 @@ void SequenceDetector::examinePlain(Index front, std::string_view name) {
         addSingle(front);
         return;
     }
-    std::size_t const width = m_index.claimAll(front, best, field);
+    bool const wantsMembers = m_results.wantsMembers();
+    m_members.clear();
+    std::size_t const width = m_index.claimAll(front, best, field, wantsMembers ? &m_members : nullptr);
+    for (Index const member : m_members) {
+        std::size_t const around = name.size() - field.length;
+        m_results.addMember(member, {field.position, m_index.name(member).size() - around});
+    }
     addSequence(name.substr(0, field.position), width, name.substr(field.end()));
 }
 
@@ -218,6 +224,9 @@ std::size_t SequenceDetector::claim(Pattern& pattern, std::size_t& narrowest) {
             narrowest = count == 0 ? width : std::min(narrowest, width);
             ++count;
             m_index.claim(index);
+            if (m_results.wantsMembers()) {
+                m_results.addMember(index, captures.empty() ? Span{0, 0} : captures.front());
+            }
         }
     }
     return count;

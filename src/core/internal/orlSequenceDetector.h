@@ -36,6 +36,12 @@ public:
         /// Any other text.
         virtual void addText(std::string const& text) = 0;
 
+        /// Whether addMember() is to be called.
+        virtual bool wantsMembers() const { return false; }
+
+        /// A name that belongs to what is added next, and where in it the frame stands.
+        virtual void addMember(std::size_t /*index*/, FrameNotation::Span const& /*frame*/) {}
+
     protected:
         Results() = default;
         Results(Results const&) = default;
@@ -90,6 +96,7 @@ private:
     Compiler m_compiler;
     Index m_front = 0;          // all names before it are claimed
     std::vector<Span> m_fields; // of the name at the front
+    std::vector<Index> m_members;
 };
 
 } // namespace ORL_0_81
