@@ -38,6 +38,7 @@ for name in 'ORL_0_81::Status::getStr() const' 'ORL_0_81::String::substr(' 'type
     'typeinfo for ORL_0_81::TokenProducer::ChangeHint' 'typeinfo for ORL_0_81::InvalidationHint' \
     'typeinfo for ORL_0_81::AudioProviderInterface::FillAudioBufferHint' \
     'vtable for ORL_0_81::JobDispatcher' 'typeinfo for ORL_0_81::JobDispatcher::JobBase' \
+    'ORL_0_81::TokenResolver::create(char, char)' \
     'vtable for ORL_0_81::Encrypter' 'vtable for ORL_0_81::VideoBuffer'; do
     if ! grep -qF "$name" <<<"$exports"; then
         printf 'Missing: %s\n' "$name"
