@@ -60,7 +60,7 @@ JobQueue::Job JobQueue::take() noexcept {
     }
     Job job;
     if (lineIsFirst) {
-        job = leave(m_line.begin());
+        job = leave(m_line.front());
     } else {
         Entry const& entry = *m_ready.begin()->second;
         job = leave(m_entries.find({entry.job->getId(), entry.position}));
@@ -81,7 +81,7 @@ JobQueue::Job JobQueue::remove(int id) noexcept {
     auto const entry = firstEntry(id);
     Job job;
     if (line != m_line.end() && (entry == m_entries.end() || line->position < entry->second.position)) {
-        job = leave(line);
+        job = leave(*line);
     } else if (entry != m_entries.end()) {
         job = leave(entry);
     } else {
@@ -97,7 +97,7 @@ void JobQueue::prioritize(int id) {
     if (line != m_line.end() && (found == m_entries.end() || line->position < found->second.position)) {
         Entries::node_type node = makeEntry(line->job);
         Entry& entry = node.mapped();
-        leave(line);
+        leave(*line);
         insertEntry(std::move(node), --m_head);
         admit(entry);
     } else if (found != m_entries.end()) {
@@ -146,8 +146,8 @@ void JobQueue::insertEntry(Entries::node_type node, long long position) noexcept
     }
 }
 
-JobQueue::Job JobQueue::leave(Line::iterator place) noexcept {
-    Job job = std::move(place->job);
+JobQueue::Job JobQueue::leave(InLine& place) noexcept {
+    Job job = std::move(place.job);
     ++m_gaps;
     for (; !m_line.empty() && !m_line.front().job; --m_gaps) {
         m_line.pop_front();

@@ -97,7 +97,7 @@ private:
     static Entries::node_type makeEntry(Job const& job);
 
     void insertEntry(Entries::node_type node, long long position) noexcept;
-    Job leave(Line::iterator place) noexcept;
+    Job leave(InLine& place) noexcept;
     Job leave(Entries::iterator place) noexcept;
     template <class SomeLine>
     static auto inLine(SomeLine& line, int id) noexcept;

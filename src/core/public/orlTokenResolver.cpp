@@ -175,7 +175,8 @@ Status TokenResolver::Imp::remove(SharedPtr<TokenProducer> const& producer) {
 
 Status TokenResolver::Imp::resolve(String const& input, String& output) {
     Status status = generateTokens(nullptr);
-    String const source(input); // a share, for the output may be the same object
+    // A share: a token may change the caller's string while the text is read.
+    String const source(input); // NOLINT(performance-unnecessary-copy-initialization)
     std::string_view const text(source.data(), source.size());
     std::string result;
     std::size_t copied = 0; // how much of the source stands in the result
