@@ -38,9 +38,9 @@ int JobDispatcher::JobBase::getPrerequisiteId() const { return m_prerequisiteId;
 // that; so nobody can fall asleep on what has just ceased to be true.
 //
 // There are two signals because there are two things to wait for. A worker sleeps only while the queue is
-// empty. Each new job wakes one, and workers stay awake while the queue holds any job; so never less are
-// awake than there are jobs, or all. Those who wait for jobs to end are told of each end, and of nothing
-// else.
+// empty. Each new job wakes one, and whoever is awake stays so while the queue holds any job; so there are
+// always as many awake as there are jobs in the queue, or all. Those who wait for jobs to end are told of
+// each end, and of nothing else.
 class JobDispatcher::Imp {
 public:
     Imp(unsigned long threadCount, char const* name) : m_threadCount(threadCount), m_name(name) {}
