@@ -29,7 +29,8 @@ void RatioReporter::ReportRuns(std::vector<Run> const& runs) {
         if (run.run_type == Run::RT_Iteration && !run.error_occurred) {
             std::string const key =
                 run.run_name.function_name + (run.run_name.args.empty() ? "" : "/" + run.run_name.args);
-            m_times[key].push_back(run.GetAdjustedCPUTime());
+            m_times[key].push_back(m_clock == Clock::kProcessor ? run.GetAdjustedCPUTime()
+                                                                : run.GetAdjustedRealTime());
         }
     }
     // Of the single repetitions nobody wants to read, only of what they come to.
@@ -49,7 +50,9 @@ void RatioReporter::Finalize() {
 }
 
 void RatioReporter::printRatios() const {
-    std::printf("\n%-44s %10s   %s\n", "ratio of median CPU times", "ratio", "repetitions");
+    std::printf("\n%-44s %10s   %s\n",
+                m_clock == Clock::kProcessor ? "ratio of median CPU times" : "ratio of median real times",
+                "ratio", "repetitions");
     for (auto const& [name, reference] : m_pairs) {
         for (auto const& [key, times] : m_times) {
             if (key != name && key.compare(0, name.size() + 1, name + "/") != 0) {

@@ -16,6 +16,12 @@
 /// speed drifts slows both alike. Single times of a noisy machine are not worth quoting; these ratios are.
 class RatioReporter : public benchmark::ConsoleReporter {
 public:
+    /// Which time is compared: that of the processor, or for work that other threads do, that of the wall or
+    /// what the benchmark itself has measured.
+    enum class Clock { kProcessor, kWall };
+
+    explicit RatioReporter(Clock clock = Clock::kProcessor) : m_clock(clock) {}
+
     /// Compares the benchmark families `name` and `reference`, for each argument that both have.
     void compare(std::string const& name, std::string const& reference);
 
@@ -36,6 +42,7 @@ private:
     void printRatios() const;
     void printGrowths() const;
 
+    Clock m_clock;
     std::vector<Growth> m_growths;
     std::vector<std::pair<std::string, std::string>> m_pairs;
     std::map<std::string, std::vector<double>> m_times; // by family and argument
