@@ -94,11 +94,12 @@ int MediaInputs::openReferenced(AVFormatContext& format, char const* url, int fl
     if (m_allowed.contains(protocol)) {
         return openRemote(format, url, flags, options, context);
     }
-    if (std::strcmp(protocol, "file") != 0 || m_remoteMedium) {
+    MediaLocation const location = findLocation(url, ProtocolList());
+    if (std::strcmp(protocol, "file") != 0 || m_remoteMedium || location.localPaths.empty()) {
+        m_hasRefused = true;
         return AVERROR(EPERM);
     }
-    MediaLocation const location = findLocation(url, ProtocolList());
-    return location.localPaths.empty() ? AVERROR(EPERM) : openLocal(location.localPaths.front(), context);
+    return openLocal(location.localPaths.front(), context);
 }
 
 int MediaInputs::close(AVIOContext* context) {
