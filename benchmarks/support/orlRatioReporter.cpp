@@ -24,7 +24,8 @@ void RatioReporter::ReportRuns(std::vector<Run> const& runs) {
         if (run.run_type == Run::RT_Iteration && !run.error_occurred) {
             std::string const key =
                 run.run_name.function_name + (run.run_name.args.empty() ? "" : "/" + run.run_name.args);
-            m_times[key].push_back(run.GetAdjustedCPUTime());
+            m_times[key].push_back(m_clock == Clock::kWall ? run.GetAdjustedRealTime()
+                                                           : run.GetAdjustedCPUTime());
         }
     }
     // Of the single repetitions nobody wants to read, only of what they come to.
@@ -39,7 +40,9 @@ void RatioReporter::ReportRuns(std::vector<Run> const& runs) {
 
 void RatioReporter::Finalize() {
     ConsoleReporter::Finalize();
-    std::printf("\n%-44s %10s   %s\n", "ratio of median CPU times", "ratio", "repetitions");
+    std::printf("\n%-44s %10s   %s\n",
+                m_clock == Clock::kWall ? "ratio of median times" : "ratio of median CPU times", "ratio",
+                "repetitions");
     for (auto const& [name, reference] : m_pairs) {
         for (auto const& [key, times] : m_times) {
             if (key != name && key.compare(0, name.size() + 1, name + "/") != 0) {

@@ -16,6 +16,12 @@
 /// speed drifts slows both alike. Single times of a noisy machine are not worth quoting; these ratios are.
 class RatioReporter : public benchmark::ConsoleReporter {
 public:
+    /// What is compared: the processor's time of the program, or that of the clock, for work that other
+    /// processes do.
+    enum class Clock { kProcessor, kWall };
+
+    explicit RatioReporter(Clock clock = Clock::kProcessor) : m_clock(clock) {}
+
     /// Compares the benchmark families `name` and `reference`, for each argument that both have.
     void compare(std::string const& name, std::string const& reference);
 
@@ -23,6 +29,7 @@ public:
     void Finalize() override;
 
 private:
+    Clock m_clock;
     std::vector<std::pair<std::string, std::string>> m_pairs;
     std::map<std::string, std::vector<double>> m_times; // by family and argument
 };
