@@ -97,6 +97,17 @@ TEST(ProtocolTest, WhatAPlaylistRefersToMustBeAllowedToo) {
     EXPECT_FALSE(port.wasCalled(50));
 }
 
+TEST(ProtocolTest, APlaylistThatIsStillBeingWrittenEndsWithTheTimeLimit) {
+    Damage::Folder const folder;
+    std::string const list = folder.write(
+        "list.m3u8", "#EXTM3U\n#EXT-X-TARGETDURATION:1\n#EXTINF:0.4,\nfile://" + medium("list0.ts") + "\n");
+    Reader const reader;
+    reader->setTimeLimit(0.5);
+    auto const start = std::chrono::steady_clock::now();
+    EXPECT_EQ(reader.statusOf(list), Status::kIOAccess);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
 TEST(ProtocolTest, AnAllowedUrlIsRead) {
     Port const port;
     Reader const reader;

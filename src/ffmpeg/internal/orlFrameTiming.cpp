@@ -73,7 +73,7 @@ Status readSample(OpenMedium& medium, AVStream const& stream, FrameTimes& frames
             break;
         }
         bytes += packet->size;
-        if (packet->stream_index == stream.index) {
+        if (packet->stream_index == stream.index && (packet->flags & AV_PKT_FLAG_DISCARD) == 0) {
             ++frames.count;
             std::int64_t const time = packet->pts != AV_NOPTS_VALUE ? packet->pts : packet->dts;
             if (time != AV_NOPTS_VALUE) {

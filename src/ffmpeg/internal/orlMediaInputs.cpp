@@ -87,6 +87,8 @@ int MediaInputs::openReferenced(AVFormatContext& format, char const* url, int fl
     if ((flags & AVIO_FLAG_WRITE) != 0) {
         return AVERROR(EPERM);
     }
+    // A playlist that is still being written makes FFmpeg wait for its next entry.
+    m_limits.expectWaiting();
     char const* const protocol = avio_find_protocol_name(url);
     if (!protocol) {
         return AVERROR_PROTOCOL_NOT_FOUND;
