@@ -11,9 +11,24 @@ install(TARGETS orlCore
 install(FILES ${ORL_CORE_PUBLIC_HEADERS}
   DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/orlCore_0_81")
 
+# The media reader is a component of the package, FFmpegReader, since it is not always there.
+if(TARGET orlFFmpegReader)
+  install(TARGETS orlFFmpegReader
+    EXPORT orlFFmpegReaderTargets
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+    INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/orlCore_0_81")
+  install(FILES ${ORL_FFMPEG_PUBLIC_HEADERS}
+    DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/orlCore_0_81")
+endif()
+
 set(ORL_PACKAGE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/orlCore")
 
 install(EXPORT orlCoreTargets NAMESPACE orlCore:: DESTINATION "${ORL_PACKAGE_DIR}")
+if(TARGET orlFFmpegReader)
+  install(EXPORT orlFFmpegReaderTargets NAMESPACE orlCore:: DESTINATION "${ORL_PACKAGE_DIR}")
+endif()
 
 configure_package_config_file(
   "${PROJECT_SOURCE_DIR}/cmake/orlCoreConfig.cmake.in"

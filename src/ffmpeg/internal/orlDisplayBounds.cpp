@@ -12,8 +12,8 @@ double finiteOrZero(double value) { return std::isfinite(value) ? value : 0.0; }
 
 } // namespace
 
-Bounds fitBounds(double aspect, Bounds const& reference) {
-    if (!(aspect > 0.0)) {
+Bounds fitBounds(double shownWidth, double shownHeight, Bounds const& reference) {
+    if (!(shownWidth > 0.0) || !(shownHeight > 0.0)) {
         return reference;
     }
     double const centerX = finiteOrZero(reference.getCenterX());
@@ -21,12 +21,13 @@ Bounds fitBounds(double aspect, Bounds const& reference) {
     double const width = reference.getSizeX();
     double const height = reference.getSizeY();
     if (!reference.isValid() || !std::isfinite(width) || !std::isfinite(height)) {
-        return Bounds(centerX, centerY, aspect, 1.0);
+        return Bounds(centerX, centerY, shownWidth / shownHeight, 1.0);
     }
-    if (width / height > aspect) {
-        return Bounds(centerX, centerY, height * aspect, height);
+    // The products come first: whole numbers then give the whole numbers that they should.
+    if (width * shownHeight > height * shownWidth) {
+        return Bounds(centerX, centerY, height * shownWidth / shownHeight, height);
     }
-    return Bounds(centerX, centerY, width, width / aspect);
+    return Bounds(centerX, centerY, width, width * shownHeight / shownWidth);
 }
 
 } // namespace ORL_0_81::media

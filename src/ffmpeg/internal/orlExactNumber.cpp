@@ -52,7 +52,7 @@ bool step(std::string& text, bool up) {
 } // namespace
 
 std::string toExactText(double value) {
-    std::string const plain = plainText(value);
+    std::string plain = plainText(value);
     if (isReadExactly(plain, value) || plain.find('e') != std::string::npos) {
         return plain;
     }

@@ -20,7 +20,7 @@ namespace {
 
 // How much of a movie without a list of its frames is looked at.
 constexpr std::int64_t SAMPLE_FRAMES = 128;
-constexpr std::int64_t SAMPLE_BYTES = 4 * 1024 * 1024;
+constexpr std::int64_t SAMPLE_BYTES = std::int64_t{4} * 1024 * 1024;
 
 // Frames that are shown later than some that come behind them. The format's limit is 16.
 constexpr std::size_t REORDERED_FRAMES = 16;
@@ -73,7 +73,7 @@ Status readSample(OpenMedium& medium, AVStream const& stream, FrameTimes& frames
             break;
         }
         bytes += packet->size;
-        if (packet->stream_index == stream.index) {
+        if (packet->stream_index == stream.index && (packet->flags & AV_PKT_FLAG_DISCARD) == 0) {
             ++frames.count;
             std::int64_t const time = packet->pts != AV_NOPTS_VALUE ? packet->pts : packet->dts;
             if (time != AV_NOPTS_VALUE) {
@@ -126,7 +126,7 @@ std::int64_t statedFrameCount(OpenMedium const& medium, AVStream const& stream, 
     } else if (tagSeconds > 0.0 && tagSeconds < 1e9) {
         count = std::llround(tagSeconds * av_q2d(rate));
     } else if (format.duration != AV_NOPTS_VALUE && format.duration > 0) {
-        count = av_rescale_q(format.duration, AV_TIME_BASE_Q, av_inv_q(rate));
+        count = av_rescale_q(format.duration, AVRational{1, AV_TIME_BASE}, av_inv_q(rate));
     } else {
         return -1;
     }

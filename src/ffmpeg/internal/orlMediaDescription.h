@@ -25,7 +25,8 @@ struct MediaDescription {
     int channels = -1;
     double pixelAspect = 0.0;
     double frameRate = 0.0;
-    double displayAspect = 0.0; ///< Width by height as shown; 0.0 without a picture.
+    double shownWidth = 0.0; ///< The aspect as shown is width by height, whatever their unit.
+    double shownHeight = 0.0;
     std::string videoCodec = "Unknown";
 
     bool hasAudio = false;

@@ -16,7 +16,8 @@ namespace ORL_0_81::media {
 ///
 /// \param url What the clip's target URL becomes, byte for byte.
 /// \param description A name and tags that are not valid UTF-8 lose their bad bytes to replacement
-/// characters. \param bounds The clip's bounds. What is not finite becomes 0.0.
+///     characters.
+/// \param bounds The clip's bounds. What is not finite becomes 0.0.
 std::string writeDocument(std::string const& url, MediaDescription const& description, Bounds const& bounds);
 
 } // namespace ORL_0_81::media

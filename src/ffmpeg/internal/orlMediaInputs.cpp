@@ -87,6 +87,8 @@ int MediaInputs::openReferenced(AVFormatContext& format, char const* url, int fl
     if ((flags & AVIO_FLAG_WRITE) != 0) {
         return AVERROR(EPERM);
     }
+    // A playlist that is still being written makes FFmpeg wait for its next entry.
+    m_limits.expectWaiting();
     char const* const protocol = avio_find_protocol_name(url);
     if (!protocol) {
         return AVERROR_PROTOCOL_NOT_FOUND;
@@ -94,11 +96,12 @@ int MediaInputs::openReferenced(AVFormatContext& format, char const* url, int fl
     if (m_allowed.contains(protocol)) {
         return openRemote(format, url, flags, options, context);
     }
-    if (std::strcmp(protocol, "file") != 0 || m_remoteMedium) {
+    MediaLocation const location = findLocation(url, ProtocolList());
+    if (std::strcmp(protocol, "file") != 0 || m_remoteMedium || location.localPaths.empty()) {
+        m_hasRefused = true;
         return AVERROR(EPERM);
     }
-    MediaLocation const location = findLocation(url, ProtocolList());
-    return location.localPaths.empty() ? AVERROR(EPERM) : openLocal(location.localPaths.front(), context);
+    return openLocal(location.localPaths.front(), context);
 }
 
 int MediaInputs::close(AVIOContext* context) {

@@ -43,6 +43,9 @@ public:
     int open(MediaLocation const& location, std::string const& text, AVFormatContext& format,
              AVIOContext*& context, std::string& url);
 
+    /// True once something that the medium refers to was not allowed. Formats may hide that.
+    bool hasRefused() const { return m_hasRefused; }
+
 private:
     static int openReferenced(AVFormatContext* format, AVIOContext** context, char const* url, int flags,
                               AVDictionary** options);
@@ -62,6 +65,7 @@ private:
     ReadLimits& m_limits;
     OpenFunction m_openAsFFmpeg = nullptr;
     std::vector<std::unique_ptr<LocalInput>> m_localInputs;
+    bool m_hasRefused = false;
     AVIOContext* m_remoteMedium = nullptr; // owned; what the medium refers to is closed by its format
 };
 

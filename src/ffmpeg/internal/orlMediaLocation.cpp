@@ -76,7 +76,8 @@ std::string pathOfFileUrl(std::string const& url, std::size_t schemeEnd) {
 ProtocolList::ProtocolList(std::string names) : m_names(std::move(names)) {}
 
 bool ProtocolList::contains(std::string const& name) const {
-    return !name.empty() && ("," + m_names + ",").find("," + name + ",") != std::string::npos;
+    return !name.empty() && name.find(',') == std::string::npos &&
+           ("," + m_names + ",").find("," + name + ",") != std::string::npos;
 }
 
 MediaLocation findLocation(std::string const& text, ProtocolList const& allowed) {

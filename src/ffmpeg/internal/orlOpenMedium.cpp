@@ -29,6 +29,18 @@ bool isRefused(AVInputFormat const& format) {
     return false;
 }
 
+// A name for FFmpeg to guess from: the extension is worth something, but signs before it could be taken for a
+// pattern of many files.
+std::string nameToGuessFrom(std::string const& url) {
+    std::size_t const point = url.rfind('.');
+    if (point == std::string::npos) {
+        return std::string();
+    }
+    std::string const extension = url.substr(point);
+    bool const plain = extension.find_first_of("/%*?[{") == std::string::npos;
+    return plain ? "medium" + extension : std::string();
+}
+
 } // namespace
 
 OpenMedium::OpenMedium(ProtocolList const& allowed, ReadLimits& limits)
@@ -70,7 +82,8 @@ Status OpenMedium::open(MediaLocation const& location, std::string const& text) 
 }
 
 Status OpenMedium::recognise(AVIOContext& context, std::string const& url) {
-    int const score = av_probe_input_buffer2(&context, &m_inputFormat, url.c_str(), nullptr, 0, 0);
+    std::string const name = nameToGuessFrom(url);
+    int const score = av_probe_input_buffer2(&context, &m_inputFormat, name.c_str(), nullptr, 0, 0);
     if (m_limits.expired()) {
         return statusOf(AVERROR_EXIT);
     }
@@ -81,7 +94,19 @@ Status OpenMedium::recognise(AVIOContext& context, std::string const& url) {
         return Status::kUnsupportedFormat;
     }
     m_score = score;
-    return Status::kSuccess;
+    return std::strcmp(m_inputFormat->name, "image2") == 0 ? recogniseByName(url) : Status(Status::kSuccess);
+}
+
+// The format that FFmpeg goes by the name alone with wants to open the file itself, takes names for patterns,
+// and is asked when an image is not what its name says. Of all images only Targa's cannot be told otherwise.
+Status OpenMedium::recogniseByName(std::string const& url) {
+    if (av_match_ext(url.c_str(), "tga,targa,icb,vda,vst") == 0) {
+        return Status::kUnsupportedFormat;
+    }
+    m_inputFormat = av_find_input_format("image2pipe");
+    m_format->video_codec_id = AV_CODEC_ID_TARGA;
+    m_score = 0;
+    return m_inputFormat ? Status::kSuccess : Status::kUnsupportedFormat;
 }
 
 void OpenMedium::readExrBytes(AVIOContext& context) {
@@ -105,9 +130,10 @@ Status OpenMedium::findStreamParameters() {
 
 bool OpenMedium::isStillImage() const {
     // FFmpeg calls a format so that takes images one after the other, without anything around them.
-    constexpr char const PIPE[] = "_pipe";
+    constexpr char const ENDING[] = "pipe";
+    constexpr std::size_t ENDING_LENGTH = sizeof ENDING - 1;
     std::size_t const length = std::strlen(m_inputFormat->name);
-    return length >= sizeof PIPE && std::strcmp(m_inputFormat->name + length - (sizeof PIPE - 1), PIPE) == 0;
+    return length > ENDING_LENGTH && std::strcmp(m_inputFormat->name + length - ENDING_LENGTH, ENDING) == 0;
 }
 
 Status OpenMedium::statusOfNonsense() const {
@@ -118,7 +144,7 @@ Status OpenMedium::statusOf(int error) const {
     if (m_limits.expired()) {
         return m_limits.waitedTooLong() ? Status::kIOAccess : Status::kErrorOpeningMediaFile;
     }
-    return statusOfError(error);
+    return m_inputs.hasRefused() ? Status(Status::kIOAccess) : statusOfError(error);
 }
 
 } // namespace ORL_0_81::media

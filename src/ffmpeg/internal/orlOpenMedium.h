@@ -53,6 +53,7 @@ public:
 
 private:
     Status recognise(AVIOContext& context, std::string const& url);
+    Status recogniseByName(std::string const& url);
     void readExrBytes(AVIOContext& context);
 
     ReadLimits& m_limits;

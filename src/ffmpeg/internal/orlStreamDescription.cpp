@@ -15,6 +15,7 @@ extern "C" {
 
 #include <cmath>
 #include <cstring>
+#include <utility>
 
 namespace ORL_0_81::media {
 
@@ -138,10 +139,12 @@ Status describePicture(OpenMedium const& medium, AVStream& stream, MediaDescript
         description.channels = channels.count;
     }
     AVRational const aspect = av_guess_sample_aspect_ratio(&medium.format(), &stream, nullptr);
-    description.pixelAspect = aspect.num > 0 && aspect.den > 0 ? av_q2d(aspect) : 1.0;
-    description.displayAspect = description.pixelAspect * parameters.width / parameters.height;
+    AVRational const known = aspect.num > 0 && aspect.den > 0 ? aspect : AVRational{1, 1};
+    description.pixelAspect = av_q2d(known);
+    description.shownWidth = static_cast<double>(known.num) * parameters.width;
+    description.shownHeight = static_cast<double>(known.den) * parameters.height;
     if (isTurned(stream)) {
-        description.displayAspect = 1.0 / description.displayAspect;
+        std::swap(description.shownWidth, description.shownHeight);
     }
     description.videoCodec = avcodec_get_name(parameters.codec_id);
     return Status::kSuccess;

@@ -56,7 +56,7 @@ bool frameOfTimecode(std::string const& text, int framesPerSecond, std::int64_t&
     std::int64_t const totalMinutes = std::int64_t{60} * hours + minutes;
     std::int64_t number = (totalMinutes * 60 + seconds) * framesPerSecond + frames;
     if (drops) {
-        number -= (totalMinutes - totalMinutes / 10) * (framesPerSecond / 30 * 2);
+        number -= (totalMinutes - totalMinutes / 10) * std::int64_t{2} * (framesPerSecond / 30);
     }
     frame = number;
     return true;

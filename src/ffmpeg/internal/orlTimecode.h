@@ -15,8 +15,8 @@ namespace ORL_0_81::media {
 ///     first two of each minute but every tenth, or four at 60 frames per second.
 /// \param framesPerSecond The count of frames in a second of timecode: 24 for 23.976.
 /// \param frame Receives the number; left alone after a failure.
-/// \returns false for a text that is no timecode at this count, and for drop-frame timecode at a count that is
-///     no multiple of 30, for there is none.
+/// \returns false for a text that is no timecode at this count, and for drop-frame timecode at a count that
+///     is no multiple of 30, for there is none.
 bool frameOfTimecode(std::string const& text, int framesPerSecond, std::int64_t& frame);
 
 } // namespace ORL_0_81::media

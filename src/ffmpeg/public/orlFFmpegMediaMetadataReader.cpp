@@ -44,8 +44,8 @@ Status FFmpegMediaMetadataReader::readMediaMetadata(String const& path, Bounds c
     if (!status) {
         return status;
     }
-    std::string const document =
-        media::writeDocument(text, description, media::fitBounds(description.displayAspect, bounds));
+    std::string const document = media::writeDocument(
+        text, description, media::fitBounds(description.shownWidth, description.shownHeight, bounds));
     metadata = String(document.data(), document.size());
     return Status::kSuccess;
 }

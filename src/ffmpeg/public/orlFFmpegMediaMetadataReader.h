@@ -15,9 +15,8 @@ namespace ORL_0_81 {
 ///     Status const status = MediaMetadata::getMediaMetadata("shot.mov", canvas, time, document);
 ///
 /// **What it reads.** A path; a file URL, with or without percent escapes; a sequence name such as
-/// `shot.%04d.exr`, with or without a directory; and, once allowed, other URLs. A name that a file has
-/// means that file and no sequence. Only regular files and named pipes are opened, never
-/// devices or sockets.
+/// `shot.%04d.exr`, with or without a directory; and, once allowed, other URLs. A name that a file has means
+/// that file and no sequence. Only regular files and named pipes are opened, never devices or sockets.
 ///
 /// **What a document holds.** One timeline, stack, track and clip, in the normal form of the library.
 ///
@@ -28,11 +27,11 @@ namespace ORL_0_81 {
 ///   count. Images and sequences have no rate of their own, and take that of the time that is asked for, as
 ///   does the range of a medium that is sound alone; 24/1 if that has none. One image lasts one frame.
 /// - A length that nobody can know, of a piped stream for example, is left undefined.
-/// - The resolution is that of the stored picture in pixels. The data type is "uint8", "uint16" (also for 9 to
-///   15 bits), "uint32", "half" or "float"; the number of channels counts alpha.
-/// - The bounds are the largest rectangle of the picture's display aspect that fits into the reference bounds,
-///   at their centre. Pixel aspect and rotation by quarter turns count. Reference bounds that are not valid
-///   give a rectangle of height 1.0. Sound alone has the reference bounds.
+/// - The resolution is that of the stored picture in pixels. The data type is "uint8", "uint16" (also for 9
+///   to 15 bits), "uint32", "half" or "float"; the number of channels counts alpha.
+/// - The bounds are the largest rectangle of the picture's display aspect that fits into the reference
+///   bounds, at their centre. Pixel aspect and rotation by quarter turns count. Reference bounds that are not
+///   valid give a rectangle of height 1.0. Sound alone has the reference bounds.
 /// - Codecs by their FFmpeg names, "Unknown" for what is not there. The size of the file in bytes, of the
 ///   first frame's for a sequence; beyond 2147483647 the document states it, but the library reads -1.
 /// - The extra data: "Timecode/Start" with the embedded timecode, then the tags of the container.
@@ -42,14 +41,16 @@ namespace ORL_0_81 {
 ///
 /// **Failure.**
 ///
-/// | Status                  | Cause |
-/// |-------------------------|-------|
-/// | kFileNotFound           | no such file, no frame of such a sequence, an empty path |
-/// | kIOAccess               | no permission, a protocol that is not allowed, an error of the device, the time limit |
-/// | kUnsupportedFormat      | nothing that FFmpeg knows; neither picture nor sound; a sequence of movies |
-/// | kUnsupportedCodec       | a picture, or sound alone, that FFmpeg knows no decoder for |
-/// | kVariableFps            | frames that do not come at any one rate |
-/// | kErrorOpeningMediaFile  | a directory or a device; an empty or broken file without a usable frame |
+/// - kFileNotFound: no such file, no frame of such a sequence, an empty path.
+/// - kIOAccess: no permission; a protocol that is not allowed, also where the medium leads to it; an error of
+///   the device or the network; the time limit, spent on waiting.
+/// - kUnsupportedFormat: nothing that FFmpeg knows, such as text; a format without picture and sound; a
+///   sequence of movies.
+/// - kUnsupportedCodec: a picture, or sound alone, that FFmpeg knows no decoder for.
+/// - kVariableFps: frames that do not keep within half a period of any one rate. All frames are looked at
+///   where the container lists them, else the first 128.
+/// - kErrorOpeningMediaFile: a directory or a device; an empty, truncated or broken file without a usable
+///   frame; the time limit, spent on work.
 ///
 /// The document is left alone after a failure. Operations may throw `std::bad_alloc`.
 ///
@@ -85,8 +86,8 @@ public:
     String getAllowedProtocols() const;
 
     /// The longest that one medium may take, in seconds: in time for what may keep a reader waiting, which is
-    /// named pipes and URLs, and in work of the processor for all. 10 at first. Values that are not above 0
-    /// mean no time at all.
+    /// named pipes, URLs and playlists, and in work of the processor for all. 10 at first. Values that are
+    /// not above 0 mean no time at all.
     ///
     /// A host name is looked up by the system, and a file on a network drive read by it; they take the time
     /// that they take.
