@@ -743,8 +743,8 @@ std::vector<Range> const RANGES = {
      t("100.0", "50.0"), at(1000, 50), at(100, 50), at(1000, 50), at(100, 50)},
     {"a negative rate of the medium is taken", true, U, U, U, U, t("1000.0", "-24.0"), t("100.0", "24.0"),
      at(1000, -24), at(-100, -24), at(1000, -24), at(-100, -24)},
-    {"without any rate all values become 0", false, U, t("10.0", "5.0"), U, U, U, t("24.0", "24.0"),
-     TimeRead{0.0, std::nullopt}, TimeRead{0.0, std::nullopt}, kNoTime, TimeRead{0.0, std::nullopt}},
+    {"without any rate all values become 0", false, U, t("10.0", "5.0"), U, U, U, t("24.0", "24.0"), kNoTime,
+     TimeRead{0.0, std::nullopt}, kNoTime, TimeRead{0.0, std::nullopt}},
 };
 
 TEST_F(MediaMetadataSanitize, ARangeIsFilledAndBroughtToOneRate) {
