@@ -29,8 +29,7 @@ struct VersionInfo {
 extern VersionInfo const kVersionInfo;
 
 /// \returns the line without its newline: the library's name right-aligned in 16 columns, so that the colons
-/// of
-///     several libraries stand one below the other, then ": " and the rest.
+///     of several libraries stand one below the other, then ": " and the rest.
 std::string getVersionLine(VersionInfo const& info);
 
 } // namespace ORL_0_81

@@ -39,6 +39,8 @@ TEST(VersionInfo, TheNameIsPaddedToSixteenColumns) {
     EXPECT_EQ(getVersionLine(info).find(": orl"), 16U);
     info.name = "x";
     EXPECT_EQ(getVersionLine(info).find(": orl"), 16U);
+    info.name = "seventeen-columns";
+    EXPECT_EQ(getVersionLine(info).find("seventeen-columns: orl"), 0U) << "nothing is cut";
 }
 
 TEST(VersionInfo, NumbersLoseTheirLeadingZeros) {
@@ -55,6 +57,21 @@ TEST(VersionInfo, AShortCommitIsRightAlignedInSeven) {
     info.commit = "abc";
     EXPECT_EQ(getVersionLine(info),
               "         orlCore: orl version 0.81.1 (a, build 12, commit     abc, branch d)");
+}
+
+TEST(VersionInfo, ACommitOfNothingIsSevenBlanks) {
+    VersionInfo info = sample();
+    info.commit = "";
+    EXPECT_EQ(getVersionLine(info),
+              "         orlCore: orl version 0.81.1 (a, build 12, commit        , branch d)");
+}
+
+TEST(VersionInfo, ATextWithoutALeadingNumberIsZero) {
+    VersionInfo info = sample();
+    info.patch = "beta";
+    info.buildNumber = "";
+    EXPECT_EQ(getVersionLine(info),
+              "         orlCore: orl version 0.81.0 (a, build 0, commit 0123456, branch d)");
 }
 
 TEST(VersionInfo, TheBuildsValuesFitTheNamespace) {
@@ -86,6 +103,7 @@ TEST(VersionInfo, LoadingTheLibraryPrintsOneLineWhenAskedTo) {
     EXPECT_EQ(bannerWith("MARLINE_DUMP_VERSION_INFO=2"), line);
     EXPECT_EQ(bannerWith("MARLINE_DUMP_VERSION_INFO=-1"), line);
     EXPECT_EQ(bannerWith("MARLINE_DUMP_VERSION_INFO=1x"), line);
+    EXPECT_EQ(bannerWith("MARLINE_DUMP_VERSION_INFO='  +007'"), line);
 }
 
 TEST(VersionInfo, LoadingTheLibraryIsSilentOtherwise) {
@@ -93,6 +111,9 @@ TEST(VersionInfo, LoadingTheLibraryIsSilentOtherwise) {
     EXPECT_EQ(bannerWith("MARLINE_DUMP_VERSION_INFO=0"), "");
     EXPECT_EQ(bannerWith("MARLINE_DUMP_VERSION_INFO=abc"), "");
     EXPECT_EQ(bannerWith("MARLINE_DUMP_VERSION_INFO="), "");
+    EXPECT_EQ(bannerWith("MARLINE_DUMP_VERSION_INFO=00"), "");
+    EXPECT_EQ(bannerWith("MARLINE_DUMP_VERSION_INFO=0x1"), "");
+    EXPECT_EQ(bannerWith("MARLINE_DUMP_VERSION_INFO=yes1"), "");
 }
 
 } // namespace

@@ -214,6 +214,13 @@ inline std::vector<NamedText> equivalentTexts(Members const& good) {
         {"another member that is as deep as can be",
          open + ",\"x\":" + std::string(999, '[') + std::string(999, ']') + "}"},
         {"brackets in a string", open + ",\"x\":\"" + std::string(5000, '[') + "\"}"},
+        {"brackets behind quotes and backslashes in a string",
+         open + R"(,"x":"\"[[{{\\\")" + std::string(5000, '[') + "\"}"},
+        {"brackets in a name", "{\"" + std::string(5000, '{') + "\":\"]\"," + text.substr(1)},
+        {"many arrays beside one another, each as deep as can be",
+         open + ",\"x\":[" + std::string(998, '[') + std::string(998, ']') + "," + std::string(998, '[') +
+             std::string(998, ']') + "]}"},
+        {"another member beyond the range of numbers", open + ",\"x\":[1.9e308]}"},
         {"bytes that are no UTF-8 in a string", open + ",\"x\":\"\xFF\xC0\"}"},
         {"a name with escapes",
          [&] {

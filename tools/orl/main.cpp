@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -29,5 +30,5 @@ int main(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);
     std::ios::sync_with_stdio(false);
     return ORL_0_81::tool::runOrl(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc),
-                                  {std::cin, std::cout, std::cerr});
+                                  {std::cin, std::cout, std::cerr, ::isatty(2) == 1});
 }

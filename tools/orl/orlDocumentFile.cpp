@@ -220,4 +220,12 @@ void writeToStream(std::ostream& out, std::string const& text) {
     }
 }
 
+void writeOutput(std::string const& file, std::string const& text, std::ostream& out) {
+    if (file == kStandardStream) {
+        writeToStream(out, text);
+    } else {
+        writeDocument(file, text);
+    }
+}
+
 } // namespace ORL_0_81::tool

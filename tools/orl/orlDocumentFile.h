@@ -30,6 +30,9 @@ void writeDocument(std::string const& file, std::string const& text);
 /// \throws InputError for a full disk or a reader that has gone.
 void writeToStream(std::ostream& out, std::string const& text);
 
+/// Writes to `out` for "-", by writeToStream, and to the file of that name for any other, by writeDocument.
+void writeOutput(std::string const& file, std::string const& text, std::ostream& out);
+
 } // namespace ORL_0_81::tool
 
 #endif // ORL_DOCUMENT_FILE_H

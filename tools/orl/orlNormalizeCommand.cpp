@@ -37,12 +37,7 @@ void NormalizeCommand::run(Streams const& streams) const {
                                    (report.count() == 1 ? " place" : " places"));
     }
 
-    std::string const text = document.normalForm() + '\n';
-    if (output == kStandardStream) {
-        writeToStream(streams.out, text);
-    } else {
-        writeDocument(output, text);
-    }
+    writeOutput(output, document.normalForm() + '\n', streams.out);
 }
 
 } // namespace ORL_0_81::tool

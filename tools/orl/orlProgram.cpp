@@ -2,16 +2,23 @@
 // Copyright Contributors to the orlCore project
 #include "orlProgram.h"
 
+#include "orlCompleteCommand.h"
 #include "orlDocumentFile.h"
+#include "orlFPSUtils.h"
 #include "orlInfoCommand.h"
 #include "orlInputError.h"
+#include "orlLayoutCommand.h"
 #include "orlNormalizeCommand.h"
 #include "orlPrintable.h"
+#include "orlProbeCommand.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cmath>
+#include <cstdio>
 #include <exception>
+#include <locale>
 #include <ostream>
 #include <sstream>
 #include <utility>
@@ -23,7 +30,7 @@ namespace {
 constexpr char const kInputHelp[] = "Timeline document; - is standard input";
 
 void describe(CLI::App& app) {
-    app.description("Shows timeline documents and brings them to their normal form.");
+    app.description("Shows, completes and lays out timeline documents and the media that they name.");
     app.set_version_flag("--version", "orl " ORL_VERSION);
     app.set_help_flag("-h,--help", "Print this help and exit");
     app.require_subcommand(1);
@@ -31,7 +38,10 @@ void describe(CLI::App& app) {
                "`orl COMMAND --help` tells more of a command.\n\n"
                "Examples:\n"
                "  orl info cut.otio\n"
-               "  orl normalize cut.otio -o normal.otio\n");
+               "  orl normalize cut.otio -o normal.otio\n"
+               "  orl probe plate.mov shot.%04d.exr\n"
+               "  orl complete cut.otio -o complete.otio\n"
+               "  orl layout *.mov --svg layout.svg -o layout.otio\n");
 }
 
 CLI::App& addNormalize(CLI::App& app, NormalizeCommand& command) {
@@ -62,6 +72,89 @@ CLI::App& addInfo(CLI::App& app, InfoCommand& command) {
     return info;
 }
 
+// What stands before and behind the first x of "1920x1080".
+bool parseCanvas(std::string const& text, MediaRequest& request) {
+    std::istringstream in(text);
+    in.imbue(std::locale::classic());
+    char x = 0;
+    return in >> request.canvasWidth >> x >> request.canvasHeight && x == 'x' && in.peek() == EOF &&
+           std::isfinite(request.canvasWidth) && std::isfinite(request.canvasHeight) &&
+           request.canvasWidth > 0 && request.canvasHeight > 0;
+}
+
+void addMediaOptions(CLI::App& command, MediaRequest& request) {
+    command
+        .add_option_function<std::string>(
+            "--canvas",
+            [&request](std::string const& text) {
+                if (!parseCanvas(text, request)) {
+                    throw CLI::ValidationError("--canvas", "wants WIDTHxHEIGHT, such as 1920x1080");
+                }
+            },
+            "Canvas that bounds are relative to (default 1920x1080)")
+        ->type_name("WxH");
+    command
+        .add_option_function<std::string>(
+            "--rate",
+            [&request](std::string const& text) {
+                if (!FPSUtils::getFPSFromString(String(text.c_str()), request.rate)) {
+                    throw CLI::ValidationError("--rate", "wants frames a second, such as 24 or 29.97");
+                }
+            },
+            "Frame rate for media without one (default 24)")
+        ->type_name("FPS");
+}
+
+CLI::App& addComplete(CLI::App& app, CompleteCommand& command) {
+    CLI::App& complete = *app.add_subcommand(
+        "complete", "Fill what a timeline document leaves open from the media that it names");
+    complete.add_option("FILE", command.file, kInputHelp)->required()->type_name("");
+    complete.add_option("-o,--output", command.output, "File to write; - is standard output")
+        ->type_name("OUT");
+    addMediaOptions(complete, command.request);
+    complete.add_flag("--quiet", command.isQuiet, "Do not tell which media could not be read");
+    complete.add_flag("--strict", command.isStrict,
+                      "Fail, and write nothing, if any medium could not be read");
+    complete.footer("Media that cannot be read leave their clips as they are.\n\n"
+                    "Example:\n"
+                    "  orl complete cut.otio | orl layout - --svg cut.svg -o layout.otio\n");
+    return complete;
+}
+
+CLI::App& addLayout(CLI::App& app, LayoutCommand& command) {
+    CLI::App& layout = *app.add_subcommand(
+        "layout", "Put media and the clips of timeline documents side by side on one canvas");
+    layout
+        .add_option(
+            "PATH", command.paths,
+            "Media, sequences such as shot.%04d.exr, and documents: *.otio, *.json, - for standard input")
+        ->required()
+        ->type_name("");
+    layout.add_option("-o,--output", command.output, "File to write; - is standard output")->type_name("OUT");
+    layout.add_option("--svg", command.picture, "File for a drawing of the canvas with its cells")
+        ->type_name("FILE");
+    layout.add_option("--name", command.name, "Name of the new timeline (default Layout)")->type_name("NAME");
+    addMediaOptions(layout, command.request);
+    layout.footer(
+        "A medium that cannot be opened is told and left out. Any other fault is told, too, and nothing "
+        "is written.\n\n"
+        "Example:\n"
+        "  orl layout a.mov b.mov --canvas 2048x858 --svg layout.svg -o layout.otio\n");
+    return layout;
+}
+
+CLI::App& addProbe(CLI::App& app, ProbeCommand& command) {
+    CLI::App& probe = *app.add_subcommand("probe", "Show what media are made of");
+    probe.add_option("PATH", command.paths, "Media, and sequences such as shot.%04d.exr")
+        ->required()
+        ->type_name("");
+    probe.add_flag("--json", command.isJson, "One JSON object a line and medium, for programs");
+    addMediaOptions(probe, command.request);
+    probe.footer("Example:\n"
+                 "  orl probe --json plate.mov | jq '.duration.value'\n");
+    return probe;
+}
+
 void print(InputError const& error, std::ostream& out) {
     out << "orl ERROR: " << inQuotes(error.file()) << " : " << error.what() << '\n';
 }
@@ -89,15 +182,25 @@ int run(std::vector<std::string> arguments, Streams const& streams) {
     NormalizeCommand normalize;
     InfoCommand info;
     describe(app);
+    CompleteCommand complete;
+    LayoutCommand layout;
+    ProbeCommand probe;
     CLI::App const& normalizeApp = addNormalize(app, normalize);
-    addInfo(app, info);
+    CLI::App const& infoApp = addInfo(app, info);
+    CLI::App const& probeApp = addProbe(app, probe);
+    CLI::App const& completeApp = addComplete(app, complete);
+    CLI::App const& layoutApp = addLayout(app, layout);
 
     try {
         arguments = marked(std::move(arguments));
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-        unmark(normalize.file);
-        unmark(normalize.output);
-        std::for_each(info.files.begin(), info.files.end(), unmark);
+        for (std::string* const name : {&normalize.file, &normalize.output, &complete.file, &complete.output,
+                                        &layout.output, &layout.picture, &layout.name}) {
+            unmark(*name);
+        }
+        for (std::vector<std::string>* const names : {&info.files, &layout.paths, &probe.paths}) {
+            std::for_each(names->begin(), names->end(), unmark);
+        }
     } catch (CLI::Success const& asked) { // for help, or for the version
         std::ostringstream text;
         app.exit(asked, text, text);
@@ -108,13 +211,20 @@ int run(std::vector<std::string> arguments, Streams const& streams) {
         return kExitWrongUsage;
     }
 
+    auto const tell = [&streams](InputError const& error) { print(error, streams.error); };
+    bool isGood = true;
     if (normalizeApp.parsed()) {
         normalize.run(streams);
-        return kExitGood;
+    } else if (infoApp.parsed()) {
+        isGood = info.run(streams, tell);
+    } else if (probeApp.parsed()) {
+        isGood = probe.run(streams, tell);
+    } else if (completeApp.parsed()) {
+        complete.run(streams);
+    } else if (layoutApp.parsed()) {
+        isGood = layout.run(streams, tell);
     }
-    return info.run(streams, [&streams](InputError const& error) { print(error, streams.error); })
-               ? kExitGood
-               : kExitInputAtFault;
+    return isGood ? kExitGood : kExitInputAtFault;
 }
 
 } // namespace

@@ -12,6 +12,7 @@ struct Streams {
     std::istream& in;
     std::ostream& out;
     std::ostream& error;
+    bool isErrorTerminal = false; ///< whether someone watches the error stream
 };
 
 } // namespace ORL_0_81::tool

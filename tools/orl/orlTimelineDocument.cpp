@@ -74,10 +74,14 @@ rapidjson::Value const& stepIntoWrapper(rapidjson::Value const& document) {
 
 } // namespace
 
+std::string withoutByteOrderMark(std::string const& text) {
+    static std::string const mark = "\xef\xbb\xbf";
+    return beginsWith(text, mark) ? text.substr(mark.size()) : text;
+}
+
 TimelineDocument::TimelineDocument(std::string const& file, std::string const& text,
                                    rapidotio::NodeVisitor& visitor) {
-    static std::string const mark = "\xef\xbb\xbf";
-    std::string const body = beginsWith(text, mark) ? text.substr(mark.size()) : text;
+    std::string const body = withoutByteOrderMark(text);
     refuseUtf16(file, body);
     refuseTextBehindZero(file, body);
     parse(file, body, m_json);

@@ -16,6 +16,10 @@ class NodeVisitor;
 
 namespace ORL_0_81::tool {
 
+/// \returns the text without the byte order mark of UTF-8 that some programs write at the beginning, and that
+/// the library's parser does not know.
+std::string withoutByteOrderMark(std::string const& text);
+
 /// A timeline document that has been read, with the whole tree of nodes that the library lays over it.
 class TimelineDocument {
 public:

@@ -40,9 +40,8 @@ public:
 
     /// Names the calling thread.
     ///
-    /// \returns 0 or the system's error number. A name of more than 15 bytes is refused with 34 (ERANGE) and
-    /// the
-    ///     thread keeps its name.
+    /// \returns 0 or the system's error number. A name of more than 15 bytes is refused with 34 (ERANGE), and
+    ///     the thread keeps its name.
     static int setThreadName(String const& name);
 
     /// Reads the name of the calling thread. \returns 0, or the system's error number with `name` unchanged.
@@ -67,9 +66,8 @@ public:
     ///     without it keeps all directories.
     /// \param recursive Enters subdirectories; without it they are left alone, and so is what holds them.
     /// \returns -1 if the directory cannot be read. Otherwise the first failure to remove a file, at which
-    /// the
-    ///     operation stops at once and leaves the handle of the directory open; else the result of removing
-    ///     or closing the directory. A failure below a subdirectory goes unnoticed.
+    ///     the operation stops at once and leaves the handle of the directory open; else the result of
+    ///     removing or closing the directory. A failure below a subdirectory goes unnoticed.
     static int rmfiles(char const* path, bool removeSelf, bool recursive);
 
     /// \returns the system's text for the calling thread's errno. It may change with the next call.

@@ -54,8 +54,7 @@ public:
     /// - equality is by value: 48/2 equals 24/1, and 24000/1001 equals 48000/2002;
     /// - 0/0 equals every rate, which no other rate does;
     /// - the order is wrong for negative numerators, whose products are large as unsigned values, and
-    /// wherever
-    ///   a product needs more than 32 bits.
+    ///   wherever a product needs more than 32 bits.
     ///
     /// Callers rely on each of these.
     /// @{

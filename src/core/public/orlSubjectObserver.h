@@ -15,16 +15,13 @@
 ///   removed from the copy, or outlive it. Otherwise the copy calls, and at its end reaches into, a dead
 ///   object.
 /// - A copied Observer is not called, but at its end it reaches into the subjects of its source. Each of
-/// these
-///   must outlive it, or must once have been told removeObserver() with the copy.
+///   these must outlive it, or must once have been told removeObserver() with the copy.
 /// - A copy assignment also leaves behind, on the other side, the links that the target had.
 /// - A Subject or an Observer that has links must not be moved at all: the other side keeps the old address,
-/// and
-///   a destructor may then never return.
+///   and a destructor may then never return.
 /// - After a move *construction* both objects lead to the same state. The source must not be used, assigned
-/// or
-///   even destroyed; so a moved-from object with an ordinary lifetime ends in a double free. Derived classes
-///   that are handed around should declare their copies only.
+///   or even destroyed; so a moved-from object with an ordinary lifetime ends in a double free. Derived
+///   classes that are handed around should declare their copies only.
 
 namespace ORL_0_81 {
 

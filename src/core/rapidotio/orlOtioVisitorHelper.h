@@ -17,8 +17,8 @@ public:
     /// \param visitor Is taken through the tree. It must keep no plain reference to a node beyond the call; a
     ///     node that it keeps alive through a SharedPtr has a stale parent and a stale JSON reference.
     /// \param output If not null, receives the compact text of the tree as the visitor left it, in normal
-    /// form
-    ///     and without the wrapper; "{}" for a document without a usable timeline. Unchanged after a failure.
+    ///     form and without the wrapper; "{}" for a document without a usable timeline. Unchanged after a
+    ///     failure.
     /// \returns false only if the text does not parse or is nested deeper than 1000 levels; the visitor was
     ///     then not called.
     ///

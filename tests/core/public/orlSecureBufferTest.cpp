@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <string>
 #include <utility>
@@ -216,6 +217,41 @@ TEST(SecureBuffer, AForeignBlockStaysLockedAndUnchangedAfterTheEnd) {
     EXPECT_EQ(calls, "lock-other set lock ");
     EXPECT_TRUE(
         std::all_of(foreign, foreign + sizeof foreign, [](unsigned char byte) { return byte == 'F'; }));
+}
+
+TEST(SecureBuffer, WhatReplacesAForeignBlockNeitherWipesNorUnlocksNorFreesIt) {
+    unsigned char foreign[64];
+    std::memset(foreign, 'F', sizeof foreign);
+    unsigned char other[32];
+    SecureBuffer source(32);
+    auto const callsOver = [&](auto operation) {
+        SecureBuffer buffer(1);
+        buffer.setBuffer(foreign, sizeof foreign);
+        return callsDuring(buffer, [&] { operation(buffer); });
+    };
+    EXPECT_EQ(callsOver([](SecureBuffer& buffer) { buffer.allocate(32); }), "lock-other ");
+    EXPECT_EQ(callsOver([&](SecureBuffer& buffer) { buffer.setBuffer(other, sizeof other); }), "lock-other ");
+    EXPECT_EQ(callsOver([&](SecureBuffer& buffer) { buffer = std::move(source); }), "");
+    EXPECT_TRUE(
+        std::all_of(foreign, foreign + sizeof foreign, [](unsigned char byte) { return byte == 'F'; }));
+}
+
+TEST(SecureBuffer, ABlockThatCannotBeAllocatedIsNullWithItsSizeAndIsNeverWiped) {
+    constexpr unsigned long kTooMuch = ULONG_MAX;
+    SecureBuffer buffer(kTooMuch);
+    EXPECT_EQ(buffer.get(), nullptr);
+    EXPECT_EQ(buffer.getSize(), kTooMuch);
+    EXPECT_TRUE(buffer.ownsMemory());
+    EXPECT_EQ(callsDuring(nullptr, kTooMuch, [&] { buffer.allocate(kTooMuch); }), "lock ");
+    unsigned char foreign[64];
+    EXPECT_EQ(callsDuring(foreign, sizeof foreign, [&] { buffer.setBuffer(foreign, sizeof foreign); }),
+              "lock ");
+    buffer.allocate(kTooMuch);
+    SecureBuffer source(32);
+    fill(source);
+    buffer = std::move(source);
+    EXPECT_TRUE(isFull(buffer));
+    EXPECT_EQ(callsDuring(nullptr, kTooMuch, [] { SecureBuffer const none(kTooMuch); }), "lock ");
 }
 
 TEST(SecureBuffer, CopiesThroughTheBaseAreNotSecure) {
