@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: Apache-2.0
+// Copyright Contributors to the orlCore project
+#ifndef ORL_CANDIDATE_INDEX_H
+#define ORL_CANDIDATE_INDEX_H
+
+#include "internal/orlFrameNotation.h"
+#include "internal/orlFrameRuns.h"
+#include "internal/orlFrameScanner.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace ORL_0_81 {
+
+/// Answers, for any digit field of a name, which unclaimed names differ from it in nothing but the number in
+/// that place, without looking at the others.
+///
+/// The places where a frame can stand (see FrameScanner) are grouped by what stands around them, once for all
+/// names. A group is only looked at when a name asks for it: then the names in it are compared with that
+/// name, and what merely has the same key becomes a group of its own. Each group counts its unclaimed names;
+/// its frames are sorted when their run is first asked for, and kept up to date from then on.
+///
+/// Names with a backslash are in no group: what they look like to a pattern is not told by their text alone,
+/// and no pattern of a name without one can match them.
+class CandidateIndex {
+public:
+    using Index = std::uint32_t;
+    using Span = FrameNotation::Span;
+
+    /// \param names The texts must stay as they are during the life of the index.
+    /// \param keyMask Which bits of a key are looked at. With fewer than all, more names are mistaken for
+    ///     each other at first; for tests.
+    explicit CandidateIndex(std::vector<std::string_view> const& names,
+                            FrameScanner::Key keyMask = ~FrameScanner::Key{0});
+
+    /// How many names were given.
+    Index size() const { return static_cast<Index>(m_names.size()); }
+
+    std::string_view name(Index index) const { return m_names[index]; }
+
+    bool isClaimed(Index index) const { return m_claimed[index] != 0; }
+
+    /// Takes a name out, if it is still in.
+    void claim(Index index);
+
+    /// Whether some unclaimed name may differ from this one in the number of one of its fields only. If not,
+    /// there is none.
+    bool mayHavePartners(Index index) const;
+
+    /// How many unclaimed names fit a field of an unclaimed name, itself included.
+    ///
+    /// \param field the field's number among those of the name, from the left.
+    Index count(Index index, std::size_t field, Span const& span);
+
+    /// The longest run of the frames of those names. To be asked after count().
+    int run(Index index, std::size_t field, Span const& span);
+
+    /// Takes those names out, itself included. To be asked after count().
+    ///
+    /// \returns the width of the narrowest of their frames.
+    std::size_t claimAll(Index index, std::size_t field, Span const& span);
+
+private:
+    static constexpr Index NONE = ~Index{0};
+
+    struct Entry {
+        FrameScanner::Key key;
+        Index place;
+    };
+
+    // Places with the same key. Those of claimed names go when the group is next looked at.
+    struct Group {
+        Index first; // its places stand together in m_members
+        Index size;
+        Index unclaimed;
+        Index runs; // of its frames, once they were asked for
+        bool isChecked;
+    };
+
+    // The frames of a group, and how much stands around them.
+    struct Frames {
+        std::size_t before;
+        std::size_t after;
+        FrameRuns runs;
+    };
+
+    void addPlace(Index name, FrameScanner::Place const& place, FrameScanner::Key key);
+    void findPlaces(FrameScanner::Key mask);
+    void findHiddenPlaces(std::vector<FrameScanner::Key> peculiar, FrameScanner::Key mask);
+    void groupEntries();
+    void groupBucket(Entry const* entries, std::size_t count, std::vector<Index>& table,
+                     std::vector<Index>& leaders, std::vector<Index>& sizes);
+
+    Group* groupOf(Index index, std::size_t field);
+    void leaveGroup(Index index, Index place);
+    void check(Index group, Index index, Span const& span);
+    bool fits(Index place, Index index, Span const& span);
+    void splitOff(std::vector<Index> const& places);
+    std::string_view frameIn(Index index, std::size_t before, std::size_t after) const;
+
+    std::vector<std::string_view> const& m_names;
+    std::vector<unsigned char> m_claimed;
+
+    // The places of a name stand together: the plain ones, then, elsewhere, the hidden ones if there are any.
+    std::vector<Index> m_firstPlain;  // by name, and behind the last
+    std::vector<Index> m_firstHidden; // likewise; empty if no name has any
+    std::vector<Index> m_nameOf;      // by place, as are the next two
+    std::vector<Index> m_position;
+    std::vector<Index> m_group; // NONE where no other place has the same key
+
+    std::vector<Entry> m_entries; // only until they are grouped
+    std::vector<Group> m_groups;
+    std::vector<Index> m_members;
+    std::vector<std::unique_ptr<Frames>> m_frames;
+
+    // How much long names have in common with the one last asked for, at the beginning and at the end.
+    struct Common {
+        std::size_t prefix;
+        std::size_t suffix;
+    };
+    Index m_commonWith = NONE;
+    std::unordered_map<Index, Common> m_common;
+
+    std::vector<std::int32_t> m_fewFrames;
+};
+
+} // namespace ORL_0_81
+
+#endif // ORL_CANDIDATE_INDEX_H

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: Apache-2.0
+// Copyright Contributors to the orlCore project
+#include "internal/orlFrameRuns.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace ORL_0_81 {
+
+namespace {
+
+bool isBefore(FrameRuns::Member const& left, FrameRuns::Member const& right) {
+    return left.frame != right.frame ? left.frame < right.frame : left.id < right.id;
+}
+
+} // namespace
+
+void FrameRuns::Summary::append(Summary const& next) {
+    if (next.count == 0) {
+        return;
+    }
+    if (count == 0) {
+        *this = next;
+        return;
+    }
+    // Frames have nine digits at most, so the successor is no overflow.
+    bool const joins = next.first == last + 1;
+    best = std::max({best, next.best, joins ? suffix + next.prefix : 0});
+    if (joins && prefix == count) {
+        prefix += next.prefix;
+    }
+    suffix = joins && next.suffix == next.count ? suffix + next.suffix : next.suffix;
+    count += next.count;
+    last = next.last;
+}
+
+FrameRuns::FrameRuns(std::vector<Member> members) : m_members(std::move(members)) {
+    if (!std::is_sorted(m_members.begin(), m_members.end(), isBefore)) {
+        std::sort(m_members.begin(), m_members.end(), isBefore);
+    }
+    std::size_t const blockCount = (m_members.size() + FAN_OUT - 1) / FAN_OUT;
+    m_present.assign(blockCount, 0xFFFF);
+    std::vector<Summary> level(blockCount);
+    for (std::size_t block = 0; block < blockCount; ++block) {
+        level[block] = summarizeBlock(block);
+    }
+    m_summaries.push_back(std::move(level));
+    while (m_summaries.back().size() > 1) {
+        std::vector<Summary> above((m_summaries.back().size() + FAN_OUT - 1) / FAN_OUT);
+        for (std::size_t index = 0; index < above.size(); ++index) {
+            above[index] = summarize(m_summaries.back(), index);
+        }
+        m_summaries.push_back(std::move(above));
+    }
+}
+
+void FrameRuns::remove(Member const& member) {
+    auto const found = std::lower_bound(m_members.begin(), m_members.end(), member, isBefore);
+    auto const position = static_cast<std::size_t>(found - m_members.begin());
+    std::size_t index = position / FAN_OUT;
+    m_present[index] = static_cast<std::uint16_t>(m_present[index] & ~(1U << position % FAN_OUT));
+    m_summaries[0][index] = summarizeBlock(index);
+    for (std::size_t level = 1; level < m_summaries.size(); ++level) {
+        index /= FAN_OUT;
+        m_summaries[level][index] = summarize(m_summaries[level - 1], index);
+    }
+}
+
+int FrameRuns::longest() const {
+    bool const isEmpty = m_members.empty() || m_summaries.back().front().count == 0;
+    return isEmpty ? 0 : static_cast<int>(m_summaries.back().front().best - 1);
+}
+
+int FrameRuns::longest(std::vector<std::int32_t>& frames) {
+    std::sort(frames.begin(), frames.end());
+    int run = 0;
+    int result = 0;
+    for (std::size_t i = 1; i < frames.size(); ++i) {
+        run = frames[i] == frames[i - 1] + 1 ? run + 1 : 0;
+        result = std::max(result, run);
+    }
+    return result;
+}
+
+FrameRuns::Summary FrameRuns::summarizeBlock(std::size_t block) const {
+    Summary result;
+    std::size_t const begin = block * FAN_OUT;
+    std::size_t const end = std::min(begin + FAN_OUT, m_members.size());
+    for (std::size_t i = begin; i < end; ++i) {
+        if (m_present[block] >> (i - begin) & 1U) {
+            std::int32_t const frame = m_members[i].frame;
+            Summary one;
+            one.count = one.prefix = one.suffix = one.best = 1;
+            one.first = one.last = frame;
+            result.append(one);
+        }
+    }
+    return result;
+}
+
+FrameRuns::Summary FrameRuns::summarize(std::vector<Summary> const& parts, std::size_t index) {
+    Summary result;
+    std::size_t const end = std::min((index + 1) * FAN_OUT, parts.size());
+    for (std::size_t i = index * FAN_OUT; i < end; ++i) {
+        result.append(parts[i]);
+    }
+    return result;
+}
+
+} // namespace ORL_0_81

@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: Apache-2.0
+// Copyright Contributors to the orlCore project
+#include "orlFileSequenceUtils.h"
+
+#include "internal/orlDirectoryListing.h"
+#include "internal/orlFrameNotation.h"
+#include "internal/orlNameFilter.h"
+#include "internal/orlRoomyStack.h"
+#include "internal/orlSequenceDetector.h"
+#include "internal/orlUtf8.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <regex>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace ORL_0_81 {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string_view view(String const& text) { return {text.data(), text.size()}; }
+
+String toString(std::string_view text) { return {text.data(), text.size()}; }
+
+// The system would read a path only up to its first NUL.
+bool isPath(std::string_view path) { return path.find('\0') == std::string_view::npos; }
+
+class ListResults : public SequenceDetector::Results {
+public:
+    ListResults(std::vector<String const*> const& names, Vector<String>& sequences)
+        : m_names(names), m_sequences(sequences) {}
+
+    void addName(std::size_t index) override { m_sequences.push_back(*m_names[index]); }
+    void addText(std::string const& text) override { m_sequences.push_back(toString(text)); }
+
+private:
+    std::vector<String const*> const& m_names;
+    Vector<String>& m_sequences;
+};
+
+class DirectoryResults : public SequenceDetector::Results {
+public:
+    DirectoryResults(std::vector<std::string_view> const& names, Vector<String>& sequences)
+        : m_names(names), m_sequences(sequences) {}
+
+    void addName(std::size_t index) override { m_sequences.push_back(toString(m_names[index])); }
+    void addText(std::string const& text) override { m_sequences.push_back(toString(text)); }
+
+private:
+    std::vector<std::string_view> const& m_names;
+    Vector<String>& m_sequences;
+};
+
+// Normalised names, one behind the other.
+class NormalizedNames : public NameReceiver {
+public:
+    void addName(char const* name) override {
+        m_text += normalizeToNfd(name);
+        m_ends.push_back(m_text.size());
+    }
+
+    std::vector<std::string_view> views() const {
+        std::vector<std::string_view> result;
+        result.reserve(m_ends.size());
+        std::size_t begin = 0;
+        for (std::size_t const end : m_ends) {
+            result.push_back(std::string_view(m_text).substr(begin, end - begin));
+            begin = end;
+        }
+        return result;
+    }
+
+private:
+    std::string m_text;
+    std::vector<std::size_t> m_ends;
+};
+
+Status detect(std::vector<std::string_view> const& names, String const& expression,
+              SequenceDetector::Results& results) {
+    if (names.empty()) {
+        return Status::kNoFilenamesFound;
+    }
+    std::unique_ptr<NameFilter> filter;
+    try {
+        filter = std::make_unique<NameFilter>(view(expression));
+    } catch (std::regex_error const&) {
+        return Status::kRegexException;
+    }
+    auto const work = [&] { SequenceDetector(names, *filter, results).run(); };
+    // Without room each name gets the filter's failure.
+    if (!filter->needsRoom() || !RoomyStack::run(work)) {
+        work();
+    }
+    return Status::kSuccess;
+}
+
+} // namespace
+
+Status FileSequenceUtils::isSequenceName(String const& name, bool& result) {
+    result = FrameNotation::findFrameSymbol(view(name)).length > 0;
+    return Status::kSuccess;
+}
+
+Status FileSequenceUtils::removeFrameSymbols(String const& name, String& result) {
+    std::string_view const text = view(name);
+    std::string rest;
+    std::size_t position = 0;
+    while (position < text.size()) {
+        FrameNotation::Span const symbol = FrameNotation::findFrameSymbol(text, position);
+        rest += text.substr(position, symbol.position - position);
+        position = symbol.end();
+    }
+    rest.erase(std::remove(rest.begin(), rest.end(), '\\'), rest.end());
+
+    std::string tidied;
+    for (std::size_t i = 0; i < rest.size(); ++i) {
+        tidied += rest[i];
+        if (rest[i] == '.' && i + 1 < rest.size() && rest[i + 1] == '.') {
+            ++i;
+        }
+    }
+    std::string_view stripped = tidied;
+    if (!stripped.empty() && stripped.front() == '.') {
+        stripped.remove_prefix(1);
+    }
+    if (!stripped.empty() && stripped.back() == '.') {
+        stripped.remove_suffix(1);
+    }
+    result = toString(stripped);
+    return Status::kSuccess;
+}
+
+Status FileSequenceUtils::getSequenceName(String const& path, String& name) {
+    std::string const normalized = normalizeToNfd(std::string(view(path)));
+    name.clear();
+    std::error_code error;
+    if (!isPath(normalized) || !fs::is_regular_file(fs::path(normalized), error)) {
+        return Status::kFileNotFound;
+    }
+    std::string const fileName = fs::path(normalized).filename().string();
+    Vector<String> sequences;
+    Status const status =
+        getSequencesInDirectory(toString(fs::path(normalized).parent_path().string()), sequences, ".*");
+    if (!status) {
+        return status;
+    }
+    for (unsigned long i = 0; i < sequences.size(); ++i) {
+        std::string_view const entry = view(sequences[i]);
+        if (entry == fileName || FrameNotation::matchesSequenceName(fileName, entry)) {
+            name = sequences[i];
+            return Status::kSuccess;
+        }
+    }
+    return Status::kNoSuitableSequenceNameFound;
+}
+
+Status FileSequenceUtils::getSequencesInFileList(List<String> const& names, Vector<String>& sequences,
+                                                 String const& filter) {
+    sequences.clear();
+    std::vector<std::string_view> views;
+    std::vector<String const*> strings;
+    views.reserve(names.size());
+    strings.reserve(names.size());
+    List<String>::Iterator const end = names.end();
+    for (List<String>::Iterator name = names.begin(); name != end; ++name) {
+        views.push_back(view(*name));
+        strings.push_back(&*name);
+    }
+    ListResults results(strings, sequences);
+    return detect(views, filter, results);
+}
+
+Status FileSequenceUtils::getSequencesInDirectory(String const& path, Vector<String>& sequences,
+                                                  String const& filter) {
+    sequences.clear();
+    std::error_code error;
+    if (!isPath(view(path)) || !fs::is_directory(fs::path(view(path)), error)) {
+        return Status::kDirectoryNotFound;
+    }
+    NormalizedNames names;
+    listRegularFiles(std::string(view(path)), names);
+    std::vector<std::string_view> const views = names.views();
+    DirectoryResults results(views, sequences);
+    return detect(views, filter, results);
+}
+
+} // namespace ORL_0_81
