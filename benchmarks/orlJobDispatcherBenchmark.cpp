@@ -101,16 +101,6 @@ public:
     void run() override {}
 };
 
-// One job more, made as it is added.
-void addEmpty(JobDispatcher& dispatcher) {
-    dispatcher.addJob(SharedPtr<JobDispatcher::JobBase>(new EmptyJob));
-}
-
-// Bare: nothing is made at all.
-void addEmpty(FunctionPool& pool) {
-    pool.add([] {});
-}
-
 class EmptyWork {
 public:
     EmptyWork() = default;
@@ -119,6 +109,15 @@ public:
     virtual ~EmptyWork() = default;
     virtual void run() {}
 };
+
+// One object more, made as it is added and freed by the worker.
+void addObject(JobDispatcher& dispatcher) {
+    dispatcher.addJob(SharedPtr<JobDispatcher::JobBase>(new EmptyJob));
+}
+
+void addObject(FunctionPool& pool) {
+    pool.add([work = std::make_shared<EmptyWork>()] { work->run(); });
+}
 
 // From the first job added to the last one done, while the workers run.
 constexpr std::size_t JOBS = 20000;
@@ -153,18 +152,16 @@ void DispatcherBare(benchmark::State& state) {
 }
 
 void FunctionsBare(benchmark::State& state) {
-    throughput<FunctionPool>(state, [](FunctionPool& pool, std::size_t) { addEmpty(pool); });
+    throughput<FunctionPool>(state, [](FunctionPool& pool, std::size_t) { pool.add([] {}); });
 }
 
-// An object for each job, made as it is added, freed by the worker.
+// An object for each job.
 void DispatcherObjects(benchmark::State& state) {
-    throughput<JobDispatcher>(state, [](JobDispatcher& pool, std::size_t) { addEmpty(pool); });
+    throughput<JobDispatcher>(state, [](JobDispatcher& pool, std::size_t) { addObject(pool); });
 }
 
 void FunctionsObjects(benchmark::State& state) {
-    throughput<FunctionPool>(state, [](FunctionPool& pool, std::size_t) {
-        pool.add([work = std::make_shared<EmptyWork>()] { work->run(); });
-    });
+    throughput<FunctionPool>(state, [](FunctionPool& pool, std::size_t) { addObject(pool); });
 }
 
 // The jobs are there before the one worker is.
@@ -173,7 +170,7 @@ void DispatcherDrain(benchmark::State& state) {
     for (auto _ : state) {
         state.PauseTiming();
         for (long i = 0; i < state.range(0); ++i) {
-            addEmpty(dispatcher);
+            addObject(dispatcher);
         }
         state.ResumeTiming();
         dispatcher.resize(1);
@@ -187,7 +184,7 @@ void FunctionsDrain(benchmark::State& state) {
     for (auto _ : state) {
         state.PauseTiming();
         for (long i = 0; i < state.range(0); ++i) {
-            addEmpty(pool);
+            addObject(pool);
         }
         state.ResumeTiming();
         pool.start(1);
