@@ -17,7 +17,7 @@ if [ -n "$foreign" ]; then
     failed=1
 fi
 
-hidden=$(grep -E 'rapidotio|rapidjson|PtrInternal|printDebug|parseJson|JobQueue|Semaphore|Async' <<<"$exports" || true)
+hidden=$(grep -E 'rapidotio|rapidjson|PtrInternal|printDebug|parseJson|JobQueue|Semaphore|Async|normalizeToNfd|FrameNotation|GuardedRegex|LocaleGuard|placeInGrid' <<<"$exports" || true)
 if [ -n "$hidden" ]; then
     printf 'Exported, but internal:\n%s\n' "$hidden"
     failed=1
@@ -39,6 +39,8 @@ for name in 'ORL_0_81::Status::getStr() const' 'ORL_0_81::String::substr(' 'type
     'typeinfo for ORL_0_81::AudioProviderInterface::FillAudioBufferHint' \
     'vtable for ORL_0_81::JobDispatcher' 'typeinfo for ORL_0_81::JobDispatcher::JobBase' \
     'ORL_0_81::TokenResolver::create(char, char)' \
+    'ORL_0_81::FileSequenceUtils::getSequencesInFileList(' \
+    'ORL_0_81::MediaMetadata::sanitizeOTIOMetadata(' 'vtable for ORL_0_81::MediaMetadataReader' \
     'vtable for ORL_0_81::Encrypter' 'vtable for ORL_0_81::VideoBuffer'; do
     if ! grep -qF "$name" <<<"$exports"; then
         printf 'Missing: %s\n' "$name"

@@ -153,7 +153,8 @@ void CandidateIndex::addPlace(Index name, FrameScanner::Place const& place, Key 
     }
     std::size_t const bucket = m_bucketBits == 0 ? 0 : spread(key) >> (64 - m_bucketBits);
     m_buckets[bucket].push_back({static_cast<std::uint32_t>(key), placeCount()});
-    m_places.push_back({name, static_cast<Index>(place.span.position)});
+    m_places.push_back(
+        {name, static_cast<Index>(place.span.position), static_cast<Index>(place.span.length)});
     m_memberships.push_back({NONE, place.frame});
 }
 
@@ -291,34 +292,28 @@ void CandidateIndex::check(Index group, Index index, Span const& span) {
 }
 
 bool CandidateIndex::fits(Place const& place, Index index, Span const& span) {
-    if (place.name == index) {
-        return place.position == span.position;
-    }
     std::string_view const name = m_names[index];
     std::string_view const other = m_names[place.name];
     std::size_t const after = name.size() - span.end();
-    if (place.position != span.position || other.size() <= span.position + after) {
+    if (place.position != span.position || other.size() - place.position - place.length != after) {
         return false;
     }
-    if (name.size() < LONG_NAME) {
-        if (std::memcmp(name.data(), other.data(), span.position) != 0 ||
-            std::memcmp(name.data() + span.end(), other.data() + other.size() - after, after) != 0) {
-            return false;
-        }
-    } else {
-        if (m_commonWith != index) {
-            m_commonWith = index;
-            m_common.clear();
-        }
-        auto [found, isNew] = m_common.try_emplace(place.name);
-        if (isNew) {
-            found->second = {commonPrefix(name, other), commonSuffix(name, other)};
-        }
-        if (found->second.prefix < span.position || found->second.suffix < after) {
-            return false;
-        }
+    if (place.name == index) {
+        return true;
     }
-    return FrameNotation::isFrame(other.substr(span.position, other.size() - span.position - after));
+    if (name.size() < LONG_NAME) {
+        return std::memcmp(name.data(), other.data(), span.position) == 0 &&
+               std::memcmp(name.data() + span.end(), other.data() + other.size() - after, after) == 0;
+    }
+    if (m_commonWith != index) {
+        m_commonWith = index;
+        m_common.clear();
+    }
+    auto const [found, isNew] = m_common.try_emplace(place.name);
+    if (isNew) {
+        found->second = {commonPrefix(name, other), commonSuffix(name, other)};
+    }
+    return found->second.prefix >= span.position && found->second.suffix >= after;
 }
 
 void CandidateIndex::splitOff(std::vector<Index> const& places) {
@@ -331,7 +326,7 @@ void CandidateIndex::splitOff(std::vector<Index> const& places) {
     }
 }
 
-int CandidateIndex::run(Index index, std::size_t field, Span const&) {
+int CandidateIndex::run(Index index, std::size_t field) {
     Group* const group = groupOf(index, field);
     if (!group || group->unclaimed == 1) {
         return 0;

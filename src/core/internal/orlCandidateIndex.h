@@ -58,7 +58,7 @@ public:
     Index count(Index index, std::size_t field, Span const& span);
 
     /// The longest run of the frames of those names. To be asked after count().
-    int run(Index index, std::size_t field, Span const& span);
+    int run(Index index, std::size_t field);
 
     /// Takes those names out, itself included. To be asked after count().
     ///
@@ -74,6 +74,7 @@ private:
     struct Place {
         Index name;
         Index position;
+        Index length;
     };
 
     // Which group it is in, NONE where no other place has the same key, and with which frame.

@@ -61,7 +61,11 @@ private:
 class NormalizedNames : public NameReceiver {
 public:
     void addName(char const* name) override {
-        m_text += normalizeToNfd(name);
+        if (std::string_view const text = name; isAscii(text)) {
+            m_text += text;
+        } else {
+            m_text += normalizeToNfd(name);
+        }
         m_ends.push_back(m_text.size());
     }
 
