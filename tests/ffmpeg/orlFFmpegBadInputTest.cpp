@@ -20,7 +20,7 @@ using namespace Reading;
 class BadInputTest : public testing::Test {
 protected:
     Damage::Folder const m_folder;
-    Reader const m_reader;
+    Reader const m_reader{};
 };
 
 TEST_F(BadInputTest, WhatIsNotThereIsNotFound) {

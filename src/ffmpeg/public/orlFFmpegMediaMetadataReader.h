@@ -90,7 +90,8 @@ public:
     /// not above 0 mean no time at all.
     ///
     /// A host name is looked up by the system, and a file on a network drive read by it; they take the time
-    /// that they take.
+    /// that they take. FFmpeg ends what it is at before it stops, which for a hostile file can be as long
+    /// again.
     void setTimeLimit(double seconds);
     double getTimeLimit() const;
 
