@@ -679,7 +679,7 @@ private:
 
 TEST(MediaMetadataLayout, CellsTileTheCanvas) {
     Scenario scenario(printedSeed());
-    for (int round = 0; round < 100; ++round) {
+    for (int round = 0; round < 50; ++round) {
         std::size_t const count = static_cast<std::size_t>(1 + scenario.below(120));
         Bounds const canvas = scenario.canvas();
         std::vector<Rectangle> const cells = boundsOf(readLayout({documentOfFillingClips(count)}, canvas));
@@ -714,7 +714,7 @@ TEST(MediaMetadataLayout, CellsTileTheCanvas) {
 
 TEST(MediaMetadataLayout, OfALayoutIsTheSameLayout) {
     Scenario scenario(printedSeed());
-    for (int round = 0; round < 100; ++round) {
+    for (int round = 0; round < 50; ++round) {
         std::vector<std::string> documents;
         std::string names;
         std::vector<std::string> trackNames;

@@ -878,6 +878,9 @@ std::vector<Start> starts() {
     Time const rateless(48, Rational(24, 0));
     Time const one(1, Rational(24, 1));
     Time const ntsc(48, Rational(24000, 1001));
+    ClipText halfUseless = target("wrong"); // whose range is filled before the target turns out to be no JSON
+    halfUseless.mp4 = halfUseless.targetUrl;
+    halfUseless.file = quoted("t");
     ClipText const own = withSource(target("unreadable"), t("10.0", "25.0"), t("5.0", "25.0"));
     return {
         {"no clips", TIME, U, {}, FROM_TIME},
@@ -968,6 +971,7 @@ std::vector<Start> starts() {
         {"one unreadable clip and a start", TIME, t("3.0", "12.0"), {own}, at(3, 12)},
         {"one clip whose medium is no JSON", TIME, U, {target("wrong")}, FROM_TIME},
         {"one clip whose medium has no clip", TIME, U, {target("empty")}, FROM_TIME},
+        {"one clip with a good and a useless medium", TIME, U, {halfUseless}, FROM_TIME},
         {"one clip with a range whose medium is no JSON",
          TIME,
          U,
@@ -1007,6 +1011,16 @@ TEST_F(MediaMetadataSanitize, TheTimelinesStartIsSettled) {
         EXPECT_EQ(readTimeline(sanitized(timelineOfClips(start.clips, start.start), start.time)).start,
                   start.expected)
             << start.name;
+    }
+}
+
+TEST_F(MediaMetadataSanitize, AClipThatIsStillAtWorkCountsForTheStartAsWell) {
+    // The first clip's result suggests a start only if it were the only clip; the second one's suggests none.
+    m_reader->on("a", Answer::document(documentOf(medium(1))));
+    m_reader->on("b", Answer::document("x"));
+    std::string const document = timelineOfClips({clipOf("a"), clipOf("b")});
+    for (int i = 0; i < 200; ++i) {
+        ASSERT_EQ(readTimeline(sanitized(document)).start, FROM_TIME);
     }
 }
 
