@@ -585,7 +585,7 @@ TEST(FileSequenceUtilsLists, GiveTheSameOnManyThreadsAtATime) {
 
 // Directories
 
-TEST(FileSequenceUtilsDirectory, GivesItsFamiliesAndSingleNames) {
+TEST(FileSequencesInDirectory, GivesItsFamiliesAndSingleNames) {
     Directory const directory;
     directory.make(numbered("shot.", 1001, 1010, ".exr") + Names{"readme.txt", ".hidden"});
     EXPECT_THAT(foundIn(directory), UnorderedElementsAre("shot.%04d.exr", "readme.txt", ".hidden"));
@@ -593,7 +593,7 @@ TEST(FileSequenceUtilsDirectory, GivesItsFamiliesAndSingleNames) {
     EXPECT_THAT(foundIn(directory, "nothing"), IsEmpty());
 }
 
-TEST(FileSequenceUtilsDirectory, ListsRegularFilesAndLinksToThemOnly) {
+TEST(FileSequencesInDirectory, ListsRegularFilesAndLinksToThemOnly) {
     Directory const directory;
     directory.make({"file"});
     fs::create_directory(directory / "folder");
@@ -615,7 +615,7 @@ TEST(FileSequenceUtilsDirectory, ListsRegularFilesAndLinksToThemOnly) {
     close(socketDescriptor);
 }
 
-TEST(FileSequenceUtilsDirectory, CanBeALinkToOne) {
+TEST(FileSequencesInDirectory, CanBeALinkToOne) {
     Directory const directory;
     fs::create_directory(directory / "folder");
     directory.make({"folder/a1", "folder/a2"});
@@ -625,7 +625,7 @@ TEST(FileSequenceUtilsDirectory, CanBeALinkToOne) {
     EXPECT_THAT(toNames(sequences), ElementsAre("a%01d"));
 }
 
-TEST(FileSequenceUtilsDirectory, IsNotFoundIfItIsNone) {
+TEST(FileSequencesInDirectory, IsNotFoundIfItIsNone) {
     Directory const directory;
     directory.make({"file"});
     EXPECT_EQ(statusIn(directory.path("file")), Status::kDirectoryNotFound);
@@ -635,13 +635,13 @@ TEST(FileSequenceUtilsDirectory, IsNotFoundIfItIsNone) {
     EXPECT_EQ(statusIn(string(std::string(100000, 'x'))), Status::kDirectoryNotFound);
 }
 
-TEST(FileSequenceUtilsDirectory, HasNoNamesIfItHasNoFiles) {
+TEST(FileSequencesInDirectory, HasNoNamesIfItHasNoFiles) {
     Directory const directory;
     fs::create_directory(directory / "folder");
     EXPECT_EQ(statusIn(directory.path()), Status::kNoFilenamesFound);
 }
 
-TEST(FileSequenceUtilsDirectory, RefusesAMalformedFilterOnlyIfThereAreNames) {
+TEST(FileSequencesInDirectory, RefusesAMalformedFilterOnlyIfThereAreNames) {
     Directory const directory;
     Vector<String> sequences;
     EXPECT_EQ(FileSequenceUtils::getSequencesInDirectory(directory.path(), sequences, "("),
@@ -651,13 +651,13 @@ TEST(FileSequenceUtilsDirectory, RefusesAMalformedFilterOnlyIfThereAreNames) {
               Status::kRegexException);
 }
 
-TEST(FileSequenceUtilsDirectory, NormalizesItsNames) {
+TEST(FileSequencesInDirectory, NormalizesItsNames) {
     Directory const directory;
     directory.make({"\xC3\xA9.1", "e\xCC\x81.2"});
     EXPECT_THAT(foundIn(directory), ElementsAre("e\xCC\x81.%01d"));
 }
 
-TEST(FileSequenceUtilsDirectory, LeavesNamesThatAreNoUtf8AsTheyAre) {
+TEST(FileSequencesInDirectory, LeavesNamesThatAreNoUtf8AsTheyAre) {
     Directory const directory;
     directory.make({"\xFF.1", "\xFF.2", "\xC3"});
     EXPECT_THAT(foundIn(directory), UnorderedElementsAre("\xFF.%01d", "\xC3"));
