@@ -3,6 +3,7 @@
 #include "support/orlRatioReporter.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 namespace {
@@ -17,6 +18,10 @@ double median(std::vector<double> values) {
 
 void RatioReporter::compare(std::string const& name, std::string const& reference) {
     m_pairs.emplace_back(name, reference);
+}
+
+void RatioReporter::growth(std::string const& name, int from, int to) {
+    m_growths.push_back({name, from, to});
 }
 
 void RatioReporter::ReportRuns(std::vector<Run> const& runs) {
@@ -39,6 +44,11 @@ void RatioReporter::ReportRuns(std::vector<Run> const& runs) {
 
 void RatioReporter::Finalize() {
     ConsoleReporter::Finalize();
+    printRatios();
+    printGrowths();
+}
+
+void RatioReporter::printRatios() const {
     std::printf("\n%-44s %10s   %s\n", "ratio of median CPU times", "ratio", "repetitions");
     for (auto const& [name, reference] : m_pairs) {
         for (auto const& [key, times] : m_times) {
@@ -50,6 +60,22 @@ void RatioReporter::Finalize() {
                 std::printf("%-44s %10.2f   %zu\n", (key + " / " + reference).c_str(),
                             median(times) / median(found->second), times.size());
             }
+        }
+    }
+}
+
+void RatioReporter::printGrowths() const {
+    if (m_growths.empty()) {
+        return;
+    }
+    std::printf("\n%-44s %10s\n", "growth of median CPU times", "exponent");
+    for (Growth const& growth : m_growths) {
+        auto const from = m_times.find(growth.name + "/" + std::to_string(growth.from));
+        auto const to = m_times.find(growth.name + "/" + std::to_string(growth.to));
+        if (from != m_times.end() && to != m_times.end()) {
+            double const ratio = median(to->second) / median(from->second);
+            std::printf("%-44s %10.2f\n", growth.name.c_str(),
+                        std::log(ratio) / std::log(static_cast<double>(growth.to) / growth.from));
         }
     }
 }

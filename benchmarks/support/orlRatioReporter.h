@@ -19,10 +19,24 @@ public:
     /// Compares the benchmark families `name` and `reference`, for each argument that both have.
     void compare(std::string const& name, std::string const& reference);
 
+    /// Tells how the time of a family grows between two arguments: 1 is as fast as the argument, 2 as its
+    /// square.
+    void growth(std::string const& name, int from, int to);
+
     void ReportRuns(std::vector<Run> const& runs) override;
     void Finalize() override;
 
 private:
+    struct Growth {
+        std::string name;
+        int from;
+        int to;
+    };
+
+    void printRatios() const;
+    void printGrowths() const;
+
+    std::vector<Growth> m_growths;
     std::vector<std::pair<std::string, std::string>> m_pairs;
     std::map<std::string, std::vector<double>> m_times; // by family and argument
 };

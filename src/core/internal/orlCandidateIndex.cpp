@@ -13,18 +13,27 @@ namespace {
 
 using Key = FrameScanner::Key;
 
-// About as many entries as a core's own cache holds while they are grouped.
+// Places are dealt out to buckets by their keys while they are found, so that each bucket can be grouped
+// within a core's own cache however many names there are. About this many are to be in one.
 constexpr std::size_t BUCKET_SIZE = 4096;
-constexpr unsigned int MAX_BUCKET_BITS = 11; // more, and the writing of the buckets suffers
+constexpr unsigned int MAX_BUCKET_BITS = 12; // more, and the dealing out suffers
+
+// How far ahead of its use the memory of a group's names is asked for: they may stand anywhere.
+constexpr CandidateIndex::Index AHEAD = 8;
+
+void prefetch(void const* address) { __builtin_prefetch(address); }
 
 // Up to this many frames are sorted each time they are asked for.
 constexpr std::size_t FEW_FRAMES = 32;
+
+constexpr char const* TOO_MUCH = "FileSequenceUtils: too many or too long names";
 
 // From this length on names are compared once, not once for each field.
 constexpr std::size_t LONG_NAME = 512;
 
 // Spreads keys of which only some bits are looked at, too.
-std::size_t slotOf(Key key) { return static_cast<std::size_t>((key * 0x9E3779B97F4A7C15U) >> 32); }
+Key spread(Key key) { return key * 0x9E3779B97F4A7C15U; }
+std::size_t slotOf(Key key) { return static_cast<std::size_t>(spread(key) >> 32); }
 
 std::size_t commonPrefix(std::string_view left, std::string_view right) {
     std::size_t const length = std::min(left.size(), right.size());
@@ -82,29 +91,25 @@ private:
 
 CandidateIndex::CandidateIndex(std::vector<std::string_view> const& names, Key keyMask)
     : m_names(names), m_claimed(names.size(), 0) {
-    findPlaces(keyMask);
-    groupEntries();
-}
-
-void CandidateIndex::addPlace(Index name, FrameScanner::Place const& place, Key key) {
-    if (m_entries.size() >= NONE || place.span.position > NONE) {
-        throw std::length_error("FileSequenceUtils: too many or too long names");
+    if (names.size() >= NONE) {
+        throw std::length_error(TOO_MUCH);
     }
-    m_entries.push_back({key, static_cast<Index>(m_entries.size())});
-    m_nameOf.push_back(name);
-    m_position.push_back(static_cast<Index>(place.span.position));
+    findPlaces(keyMask);
+    groupPlaces();
 }
 
 void CandidateIndex::findPlaces(Key mask) {
-    if (m_names.size() >= NONE) {
-        throw std::length_error("FileSequenceUtils: too many or too long names");
+    // Most names have one field or two.
+    while (m_bucketBits < MAX_BUCKET_BITS && m_names.size() * 2 >> m_bucketBits > BUCKET_SIZE) {
+        ++m_bucketBits;
     }
+    m_buckets.resize(std::size_t{1} << m_bucketBits);
     FrameScanner scanner;
     std::vector<FrameScanner::Place> places;
     std::vector<Key> peculiar;
     m_firstPlain.reserve(m_names.size() + 1);
     for (Index name = 0; name < size(); ++name) {
-        m_firstPlain.push_back(static_cast<Index>(m_entries.size()));
+        m_firstPlain.push_back(placeCount());
         if (!scanner.findPlainPlaces(m_names[name], places)) {
             continue;
         }
@@ -116,19 +121,19 @@ void CandidateIndex::findPlaces(Key mask) {
             }
         }
     }
-    m_firstPlain.push_back(static_cast<Index>(m_entries.size()));
+    m_firstPlain.push_back(placeCount());
     if (!peculiar.empty()) {
-        findHiddenPlaces(std::move(peculiar), mask);
+        findHiddenPlaces(peculiar, mask);
     }
 }
 
-void CandidateIndex::findHiddenPlaces(std::vector<Key> peculiar, Key mask) {
+void CandidateIndex::findHiddenPlaces(std::vector<Key> const& peculiar, Key mask) {
     KeySet const wanted(peculiar);
     FrameScanner scanner;
     std::vector<FrameScanner::Place> places;
     m_firstHidden.reserve(m_names.size() + 1);
     for (Index name = 0; name < size(); ++name) {
-        m_firstHidden.push_back(static_cast<Index>(m_entries.size()));
+        m_firstHidden.push_back(placeCount());
         if (m_firstPlain[name] == m_firstPlain[name + 1]) {
             continue;
         }
@@ -139,56 +144,42 @@ void CandidateIndex::findHiddenPlaces(std::vector<Key> peculiar, Key mask) {
             }
         }
     }
-    m_firstHidden.push_back(static_cast<Index>(m_entries.size()));
+    m_firstHidden.push_back(placeCount());
 }
 
-// Entries are first dealt out to buckets by their keys, so that each bucket can be grouped within the cache
-// however many names there are. Within a bucket, and so within a group, they stay in their order.
-void CandidateIndex::groupEntries() {
-    m_group.assign(m_entries.size(), NONE);
-    unsigned int bits = 0;
-    while (bits < MAX_BUCKET_BITS && m_entries.size() >> bits > BUCKET_SIZE) {
-        ++bits;
+void CandidateIndex::addPlace(Index name, FrameScanner::Place const& place, Key key) {
+    if (m_places.size() >= NONE || place.span.position >= NONE) {
+        throw std::length_error(TOO_MUCH);
     }
+    std::size_t const bucket = m_bucketBits == 0 ? 0 : spread(key) >> (64 - m_bucketBits);
+    m_buckets[bucket].push_back({static_cast<std::uint32_t>(key), placeCount()});
+    m_places.push_back({name, static_cast<Index>(place.span.position)});
+    m_memberships.push_back({NONE, place.frame});
+}
+
+void CandidateIndex::groupPlaces() {
+    m_members.reserve(m_places.size());
     std::vector<Index> table;
     std::vector<Index> leaders;
     std::vector<Index> sizes;
-    if (bits == 0) {
-        groupBucket(m_entries.data(), m_entries.size(), table, leaders, sizes);
-    } else {
-        std::size_t const bucketCount = std::size_t{1} << bits;
-        auto const bucketOf = [bits](Key key) { return (key * 0xD6E8FEB86659FD93U) >> (64 - bits); };
-        std::vector<std::size_t> ends(bucketCount + 1);
-        for (Entry const& entry : m_entries) {
-            ++ends[bucketOf(entry.key) + 1];
-        }
-        for (std::size_t bucket = 1; bucket <= bucketCount; ++bucket) {
-            ends[bucket] += ends[bucket - 1];
-        }
-        std::vector<Entry> dealt(m_entries.size());
-        for (Entry const& entry : m_entries) {
-            dealt[ends[bucketOf(entry.key)]++] = entry;
-        }
-        std::vector<Entry>().swap(m_entries);
-        std::size_t begin = 0;
-        for (std::size_t bucket = 0; bucket < bucketCount; ++bucket) {
-            groupBucket(dealt.data() + begin, ends[bucket] - begin, table, leaders, sizes);
-            begin = ends[bucket];
-        }
+    for (Bucket& bucket : m_buckets) {
+        groupBucket(bucket, table, leaders, sizes);
+        Bucket().swap(bucket);
     }
-    std::vector<Entry>().swap(m_entries);
+    std::vector<Bucket>().swap(m_buckets);
 }
 
-void CandidateIndex::groupBucket(Entry const* entries, std::size_t count, std::vector<Index>& table,
-                                 std::vector<Index>& leaders, std::vector<Index>& sizes) {
+// Within a bucket, and so within a group, places stay in their order.
+void CandidateIndex::groupBucket(Bucket const& bucket, std::vector<Index>& table, std::vector<Index>& leaders,
+                                 std::vector<Index>& sizes) {
     // Each entry's leader is the first with the same key; the table holds the leaders.
-    std::size_t const mask = sizeOfTable(count) - 1;
+    std::size_t const mask = sizeOfTable(bucket.size()) - 1;
     table.assign(mask + 1, NONE);
-    leaders.resize(count);
-    sizes.assign(count, 0);
-    for (std::size_t i = 0; i < count; ++i) {
-        std::size_t slot = slotOf(entries[i].key) & mask;
-        while (table[slot] != NONE && entries[table[slot]].key != entries[i].key) {
+    leaders.resize(bucket.size());
+    sizes.assign(bucket.size(), 0);
+    for (std::size_t i = 0; i < bucket.size(); ++i) {
+        std::size_t slot = slotOf(bucket[i].key) & mask;
+        while (table[slot] != NONE && bucket[table[slot]].key != bucket[i].key) {
             slot = (slot + 1) & mask;
         }
         if (table[slot] == NONE) {
@@ -197,18 +188,22 @@ void CandidateIndex::groupBucket(Entry const* entries, std::size_t count, std::v
         leaders[i] = table[slot];
         ++sizes[table[slot]];
     }
-    for (std::size_t i = 0; i < count; ++i) {
+    // From here on a leader's slot in the table of sizes holds its group.
+    for (std::size_t i = 0; i < bucket.size(); ++i) {
         Index const leader = leaders[i];
-        if (leader == i && sizes[i] > 1) {
-            auto const first = static_cast<Index>(m_members.size());
-            m_members.resize(m_members.size() + sizes[i]);
-            m_group[entries[i].place] = static_cast<Index>(m_groups.size());
-            m_groups.push_back({first, 0, sizes[i], NONE, false});
+        if (leader == i) {
+            if (sizes[i] == 1) {
+                sizes[i] = NONE;
+            } else {
+                auto const first = static_cast<Index>(m_members.size());
+                m_members.resize(m_members.size() + sizes[i]);
+                m_groups.push_back({first, 0, sizes[i], NONE, false, false});
+                sizes[i] = static_cast<Index>(m_groups.size() - 1);
+            }
         }
-        Index const group = m_group[entries[leader].place];
-        if (group != NONE) {
-            m_group[entries[i].place] = group;
-            m_members[m_groups[group].first + m_groups[group].size++] = entries[i].place;
+        if (Index const group = sizes[leader]; group != NONE) {
+            m_memberships[bucket[i].place].group = group;
+            m_members[m_groups[group].first + m_groups[group].size++] = bucket[i].place;
         }
     }
 }
@@ -219,34 +214,30 @@ void CandidateIndex::claim(Index index) {
     }
     m_claimed[index] = 1;
     for (Index place = m_firstPlain[index]; place < m_firstPlain[index + 1]; ++place) {
-        leaveGroup(index, place);
+        leaveGroup(place);
     }
     if (!m_firstHidden.empty()) {
         for (Index place = m_firstHidden[index]; place < m_firstHidden[index + 1]; ++place) {
-            leaveGroup(index, place);
+            leaveGroup(place);
         }
     }
 }
 
-void CandidateIndex::leaveGroup(Index index, Index place) {
-    if (m_group[place] == NONE) {
+void CandidateIndex::leaveGroup(Index place) {
+    Membership const& membership = m_memberships[place];
+    if (membership.group == NONE) {
         return;
     }
-    Group& group = m_groups[m_group[place]];
+    Group& group = m_groups[membership.group];
     --group.unclaimed;
     if (group.runs != NONE) {
-        Frames& frames = *m_frames[group.runs];
-        frames.runs.remove({FrameNotation::frameOf(frameIn(index, frames.before, frames.after)), index});
+        m_runs[group.runs]->remove({membership.frame, place});
     }
-}
-
-std::string_view CandidateIndex::frameIn(Index index, std::size_t before, std::size_t after) const {
-    return m_names[index].substr(before, m_names[index].size() - before - after);
 }
 
 bool CandidateIndex::mayHavePartners(Index index) const {
     for (Index place = m_firstPlain[index]; place < m_firstPlain[index + 1]; ++place) {
-        if (m_group[place] != NONE && m_groups[m_group[place]].unclaimed > 1) {
+        if (m_memberships[place].group != NONE && m_groups[m_memberships[place].group].unclaimed > 1) {
             return true;
         }
     }
@@ -254,17 +245,17 @@ bool CandidateIndex::mayHavePartners(Index index) const {
 }
 
 CandidateIndex::Group* CandidateIndex::groupOf(Index index, std::size_t field) {
-    Index const group = m_group[m_firstPlain[index] + field];
+    Index const group = m_memberships[m_firstPlain[index] + field].group;
     return group == NONE ? nullptr : &m_groups[group];
 }
 
 CandidateIndex::Index CandidateIndex::count(Index index, std::size_t field, Span const& span) {
-    Group* group = groupOf(index, field);
+    Group const* group = groupOf(index, field);
     if (!group || group->unclaimed == 1) {
         return 1;
     }
     if (!group->isChecked || group->unclaimed < group->size / 2) {
-        check(m_group[m_firstPlain[index] + field], index, span);
+        check(m_memberships[m_firstPlain[index] + field].group, index, span);
         group = groupOf(index, field);
     }
     return group->unclaimed;
@@ -273,17 +264,23 @@ CandidateIndex::Index CandidateIndex::count(Index index, std::size_t field, Span
 // Drops the places of claimed names from a group, and those that only look like the name's.
 void CandidateIndex::check(Index group, Index index, Span const& span) {
     Group& checked = m_groups[group];
+    Index* const members = m_members.data() + checked.first;
     std::vector<Index> strangers;
     Index kept = 0;
     for (Index i = 0; i < checked.size; ++i) {
-        Index const place = m_members[checked.first + i];
-        if (isClaimed(m_nameOf[place])) {
+        if (i + 3 * AHEAD < checked.size) {
+            prefetch(&m_places[members[i + 3 * AHEAD]]);
+            prefetch(&m_names[m_places[members[i + 2 * AHEAD]].name]);
+            prefetch(m_names[m_places[members[i + AHEAD]].name].data());
+        }
+        Place const& place = m_places[members[i]];
+        if (isClaimed(place.name)) {
             continue;
         }
         if (checked.isChecked || fits(place, index, span)) {
-            m_members[checked.first + kept++] = place;
+            members[kept++] = members[i];
         } else {
-            strangers.push_back(place);
+            strangers.push_back(members[i]);
         }
     }
     checked.size = checked.unclaimed = kept;
@@ -293,15 +290,14 @@ void CandidateIndex::check(Index group, Index index, Span const& span) {
     }
 }
 
-bool CandidateIndex::fits(Index place, Index index, Span const& span) {
-    Index const otherIndex = m_nameOf[place];
-    if (otherIndex == index) {
-        return m_position[place] == span.position;
+bool CandidateIndex::fits(Place const& place, Index index, Span const& span) {
+    if (place.name == index) {
+        return place.position == span.position;
     }
     std::string_view const name = m_names[index];
-    std::string_view const other = m_names[otherIndex];
+    std::string_view const other = m_names[place.name];
     std::size_t const after = name.size() - span.end();
-    if (m_position[place] != span.position || other.size() <= span.position + after) {
+    if (place.position != span.position || other.size() <= span.position + after) {
         return false;
     }
     if (name.size() < LONG_NAME) {
@@ -314,7 +310,7 @@ bool CandidateIndex::fits(Index place, Index index, Span const& span) {
             m_commonWith = index;
             m_common.clear();
         }
-        auto [found, isNew] = m_common.try_emplace(otherIndex);
+        auto [found, isNew] = m_common.try_emplace(place.name);
         if (isNew) {
             found->second = {commonPrefix(name, other), commonSuffix(name, other)};
         }
@@ -322,50 +318,50 @@ bool CandidateIndex::fits(Index place, Index index, Span const& span) {
             return false;
         }
     }
-    return FrameNotation::isFrame(frameIn(otherIndex, span.position, after));
+    return FrameNotation::isFrame(other.substr(span.position, other.size() - span.position - after));
 }
 
 void CandidateIndex::splitOff(std::vector<Index> const& places) {
     auto const group = static_cast<Index>(m_groups.size());
     auto const count = static_cast<Index>(places.size());
-    m_groups.push_back({static_cast<Index>(m_members.size()), count, count, NONE, false});
+    m_groups.push_back({static_cast<Index>(m_members.size()), count, count, NONE, false, false});
     for (Index const place : places) {
-        m_group[place] = group;
+        m_memberships[place].group = group;
         m_members.push_back(place);
     }
 }
 
-int CandidateIndex::run(Index index, std::size_t field, Span const& span) {
+int CandidateIndex::run(Index index, std::size_t field, Span const&) {
     Group* const group = groupOf(index, field);
     if (!group || group->unclaimed == 1) {
         return 0;
     }
     if (group->runs != NONE) {
-        return m_frames[group->runs]->runs.longest();
+        return m_runs[group->runs]->longest();
     }
-    std::size_t const after = m_names[index].size() - span.end();
-    bool const isSmall = group->unclaimed <= FEW_FRAMES;
-    m_fewFrames.clear();
+    // Kept for a third time when it is asked for a second.
+    bool const keeps = group->isAsked && group->unclaimed > FEW_FRAMES;
+    group->isAsked = true;
+    m_someFrames.clear();
     std::vector<FrameRuns::Member> members;
-    members.reserve(isSmall ? 0 : group->unclaimed);
     for (Index i = 0; i < group->size; ++i) {
-        Index const other = m_nameOf[m_members[group->first + i]];
-        if (isClaimed(other)) {
+        Index const place = m_members[group->first + i];
+        if (isClaimed(m_places[place].name)) {
             continue;
         }
-        int const frame = FrameNotation::frameOf(frameIn(other, span.position, after));
-        if (isSmall) {
-            m_fewFrames.push_back(frame);
+        std::int32_t const frame = m_memberships[place].frame;
+        if (keeps) {
+            members.push_back({frame, place});
         } else {
-            members.push_back({frame, other});
+            m_someFrames.push_back(frame);
         }
     }
-    if (isSmall) {
-        return FrameRuns::longest(m_fewFrames);
+    if (!keeps) {
+        return FrameRuns::longest(m_someFrames);
     }
-    m_frames.push_back(std::make_unique<Frames>(Frames{span.position, after, FrameRuns(std::move(members))}));
-    group->runs = static_cast<Index>(m_frames.size() - 1);
-    return m_frames.back()->runs.longest();
+    m_runs.push_back(std::make_unique<FrameRuns>(std::move(members)));
+    group->runs = static_cast<Index>(m_runs.size() - 1);
+    return m_runs.back()->longest();
 }
 
 std::size_t CandidateIndex::claimAll(Index index, std::size_t field, Span const& span) {
@@ -376,13 +372,22 @@ std::size_t CandidateIndex::claimAll(Index index, std::size_t field, Span const&
     }
     if (group->runs != NONE) {
         // Nobody asks for it any more.
-        m_frames[group->runs].reset();
+        m_runs[group->runs].reset();
         group->runs = NONE;
     }
+    Index const* const members = m_members.data() + group->first;
     std::size_t const around = m_names[index].size() - span.length;
     std::size_t narrowest = span.length;
     for (Index i = 0; i < group->size; ++i) {
-        Index const other = m_nameOf[m_members[group->first + i]];
+        if (i + 3 * AHEAD < group->size) {
+            prefetch(&m_places[members[i + 3 * AHEAD]]);
+            prefetch(&m_memberships[members[i + 3 * AHEAD]]);
+            Index const ahead = m_places[members[i + 2 * AHEAD]].name;
+            prefetch(&m_firstPlain[ahead]);
+            prefetch(&m_names[ahead]);
+            prefetch(&m_claimed[ahead]);
+        }
+        Index const other = m_places[members[i]].name;
         if (!isClaimed(other)) {
             narrowest = std::min(narrowest, m_names[other].size() - around);
             claim(other);

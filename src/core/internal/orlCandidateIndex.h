@@ -6,6 +6,7 @@
 #include "internal/orlFrameNotation.h"
 #include "internal/orlFrameRuns.h"
 #include "internal/orlFrameScanner.h"
+#include "internal/orlPagedArray.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -67,55 +68,63 @@ public:
 private:
     static constexpr Index NONE = ~Index{0};
 
+    // A place in a name where a frame can stand.
+    struct Place {
+        Index name;
+        Index position;
+    };
+
+    // Which group it is in, NONE where no other place has the same key, and with which frame.
+    struct Membership {
+        Index group;
+        std::int32_t frame;
+    };
+
+    // A place by its key, as much of it as the bucket doesn't tell.
     struct Entry {
-        FrameScanner::Key key;
+        std::uint32_t key;
         Index place;
     };
+    using Bucket = std::vector<Entry>;
 
     // Places with the same key. Those of claimed names go when the group is next looked at.
     struct Group {
         Index first; // its places stand together in m_members
         Index size;
         Index unclaimed;
-        Index runs; // of its frames, once they were asked for
+        Index runs; // of its frames, once they were asked for twice
         bool isChecked;
+        bool isAsked; // for its run
     };
 
-    // The frames of a group, and how much stands around them.
-    struct Frames {
-        std::size_t before;
-        std::size_t after;
-        FrameRuns runs;
-    };
-
-    void addPlace(Index name, FrameScanner::Place const& place, FrameScanner::Key key);
     void findPlaces(FrameScanner::Key mask);
-    void findHiddenPlaces(std::vector<FrameScanner::Key> peculiar, FrameScanner::Key mask);
-    void groupEntries();
-    void groupBucket(Entry const* entries, std::size_t count, std::vector<Index>& table,
-                     std::vector<Index>& leaders, std::vector<Index>& sizes);
+    void findHiddenPlaces(std::vector<FrameScanner::Key> const& peculiar, FrameScanner::Key mask);
+    void addPlace(Index name, FrameScanner::Place const& place, FrameScanner::Key key);
+    Index placeCount() const { return static_cast<Index>(m_places.size()); }
+    void groupPlaces();
+    void groupBucket(Bucket const& bucket, std::vector<Index>& table, std::vector<Index>& leaders,
+                     std::vector<Index>& sizes);
 
     Group* groupOf(Index index, std::size_t field);
-    void leaveGroup(Index index, Index place);
+    void leaveGroup(Index place);
     void check(Index group, Index index, Span const& span);
-    bool fits(Index place, Index index, Span const& span);
+    bool fits(Place const& place, Index index, Span const& span);
     void splitOff(std::vector<Index> const& places);
-    std::string_view frameIn(Index index, std::size_t before, std::size_t after) const;
 
     std::vector<std::string_view> const& m_names;
     std::vector<unsigned char> m_claimed;
 
     // The places of a name stand together: the plain ones, then, elsewhere, the hidden ones if there are any.
+    PagedArray<Place> m_places;
+    PagedArray<Membership> m_memberships;
     std::vector<Index> m_firstPlain;  // by name, and behind the last
     std::vector<Index> m_firstHidden; // likewise; empty if no name has any
-    std::vector<Index> m_nameOf;      // by place, as are the next two
-    std::vector<Index> m_position;
-    std::vector<Index> m_group; // NONE where no other place has the same key
 
-    std::vector<Entry> m_entries; // only until they are grouped
+    std::vector<Bucket> m_buckets; // only until they are grouped
+    unsigned int m_bucketBits = 0;
     std::vector<Group> m_groups;
     std::vector<Index> m_members;
-    std::vector<std::unique_ptr<Frames>> m_frames;
+    std::vector<std::unique_ptr<FrameRuns>> m_runs;
 
     // How much long names have in common with the one last asked for, at the beginning and at the end.
     struct Common {
@@ -125,7 +134,7 @@ private:
     Index m_commonWith = NONE;
     std::unordered_map<Index, Common> m_common;
 
-    std::vector<std::int32_t> m_fewFrames;
+    std::vector<std::int32_t> m_someFrames;
 };
 
 } // namespace ORL_0_81

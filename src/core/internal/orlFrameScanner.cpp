@@ -123,9 +123,12 @@ bool FrameScanner::findRuns(std::string_view name) {
         }
         run.before = before;
         Key polynomial = 0;
+        std::uint32_t number = 0; // turns over in a long run, where nobody asks for it
         for (; position < size && isDigit(text[position]); ++position) {
             polynomial = polynomial * BASE + valueOf(text[position]);
+            number = number * 10 + static_cast<std::uint32_t>(text[position] - '0');
         }
+        run.number = static_cast<std::int32_t>(run.hasSign ? 0 - number : number);
         run.end = position;
         run.digits = hashDigits(polynomial, run.end - run.begin);
         before = run.end - run.begin <= MAX_DIGITS ? append(before, run.digits)
@@ -156,7 +159,8 @@ bool FrameScanner::findPlainPlaces(std::string_view name, std::vector<Place>& pl
         }
         std::size_t const begin = run.begin - (run.hasSign ? 1 : 0);
         bool const isPeculiar = run.hasSign && begin > 0 && name[begin - 1] == '-';
-        places.push_back({{begin, run.end - begin}, keyOf(run.beforeSign, run.after), isPeculiar});
+        places.push_back(
+            {{begin, run.end - begin}, keyOf(run.beforeSign, run.after), run.number, isPeculiar});
     }
     return true;
 }
@@ -168,7 +172,10 @@ void FrameScanner::findFieldsOfLongRun(std::string_view name, Run const& run, st
         std::size_t const end = std::min(digits + MAX_DIGITS, run.end);
         bool const takesSign = digits == run.begin && run.hasSign;
         std::size_t const begin = digits - (takesSign ? 1 : 0);
-        places.push_back({{begin, end - begin}, takesSign ? run.beforeSign : before, true});
+        places.push_back({{begin, end - begin},
+                          takesSign ? run.beforeSign : before,
+                          FrameNotation::frameOf(name.substr(begin, end - begin)),
+                          true});
         before = append(before, hashChunk(name.substr(digits, end - digits)));
     }
     Key polynomial = 0;
@@ -199,10 +206,13 @@ void FrameScanner::hashFromEach(std::string_view name, Run const& run) {
 }
 
 // The frames of one to `count` digits from `digits` on, with what stands from `begin` on as their sign.
-void FrameScanner::findFrames(std::size_t begin, Key before, std::size_t digits, std::size_t count,
-                              Run const& run, std::vector<Place>& places) const {
+void FrameScanner::findFrames(std::string_view name, std::size_t begin, Key before, std::size_t digits,
+                              std::size_t count, Run const& run, std::vector<Place>& places) const {
     for (std::size_t end = digits + 1; end <= digits + count; ++end) {
-        places.push_back({{begin, end - begin}, keyOf(before, m_fromEach[end - run.begin]), false});
+        places.push_back({{begin, end - begin},
+                          keyOf(before, m_fromEach[end - run.begin]),
+                          FrameNotation::frameOf(name.substr(begin, end - begin)),
+                          false});
     }
 }
 
@@ -221,19 +231,20 @@ void FrameScanner::findHiddenPlaces(std::string_view name, std::vector<Place>& p
             // Shorter than the digit field that begins here.
             std::size_t const fieldLength = std::min(MAX_DIGITS, run.end - digits);
             bool const takesSign = digits == run.begin && run.hasSign;
-            findFrames(digits - (takesSign ? 1 : 0), takesSign ? run.beforeSign : before, digits,
+            findFrames(name, digits - (takesSign ? 1 : 0), takesSign ? run.beforeSign : before, digits,
                        fieldLength - 1, run, places);
             before = append(before, hashChunk(name.substr(digits, fieldLength)));
         }
         if (run.hasSign) {
             // Without the sign.
-            findFrames(run.begin, run.before, run.begin, std::min(MAX_DIGITS, length), run, places);
+            findFrames(name, run.begin, run.before, run.begin, std::min(MAX_DIGITS, length), run, places);
         } else if (index > 0 && run.begin - m_runs[index - 1].end == 1 && name[run.begin - 1] == '-') {
             // With a hyphen that is no sign, behind digits that end where a field ends.
             Run const& previous = m_runs[index - 1];
             if ((previous.end - previous.begin) % MAX_DIGITS == 0) {
                 Key const beforeHyphen = appendRun(previous.before, name, previous.begin, previous.end);
-                findFrames(run.begin - 1, beforeHyphen, run.begin, std::min(MAX_DIGITS, length), run, places);
+                findFrames(name, run.begin - 1, beforeHyphen, run.begin, std::min(MAX_DIGITS, length), run,
+                           places);
             }
         }
     }

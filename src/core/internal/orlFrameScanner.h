@@ -37,6 +37,7 @@ public:
     struct Place {
         FrameNotation::Span span;
         Key key;
+        std::int32_t frame;
         bool isPeculiar;
     };
 
@@ -54,11 +55,12 @@ private:
     struct Run {
         std::size_t begin;
         std::size_t end;
-        Key before;     // of the text before the run
-        Key beforeSign; // of the text before the run's sign; if there is none, the same
-        Key after;      // of the text after the run
-        Key literal;    // of what stands between the run before and this one
-        Key digits;     // of the digits
+        Key before;          // of the text before the run
+        Key beforeSign;      // of the text before the run's sign; if there is none, the same
+        Key after;           // of the text after the run
+        Key literal;         // of what stands between the run before and this one
+        Key digits;          // of the digits
+        std::int32_t number; // their number, with its sign, if they are no more than a field holds
         bool hasSign;
     };
 
@@ -66,8 +68,8 @@ private:
     void hashAfterRuns();
     static void findFieldsOfLongRun(std::string_view name, Run const& run, std::vector<Place>& places);
     void hashFromEach(std::string_view name, Run const& run);
-    void findFrames(std::size_t begin, Key before, std::size_t digits, std::size_t count, Run const& run,
-                    std::vector<Place>& places) const;
+    void findFrames(std::string_view name, std::size_t begin, Key before, std::size_t digits,
+                    std::size_t count, Run const& run, std::vector<Place>& places) const;
 
     std::vector<Run> m_runs;
     Key m_tail = 0;              // of what stands behind the last run

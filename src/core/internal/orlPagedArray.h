@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+// Copyright Contributors to the orlCore project
+#ifndef ORL_PAGED_ARRAY_H
+#define ORL_PAGED_ARRAY_H
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace ORL_0_81 {
+
+/// An array that grows a page at a time and never moves what it holds: for millions of elements whose number
+/// is not known before, where a vector would copy them again and again and hold twice as many for a while.
+template <class T>
+class PagedArray {
+public:
+    std::size_t size() const { return m_size; }
+
+    T& operator[](std::size_t index) { return m_pages[index / PAGE_SIZE][index % PAGE_SIZE]; }
+    T const& operator[](std::size_t index) const { return m_pages[index / PAGE_SIZE][index % PAGE_SIZE]; }
+
+    void push_back(T const& value) {
+        if (m_size % PAGE_SIZE == 0) {
+            m_pages.emplace_back(new T[PAGE_SIZE]);
+        }
+        m_pages[m_size / PAGE_SIZE][m_size % PAGE_SIZE] = value;
+        ++m_size;
+    }
+
+private:
+    static constexpr std::size_t PAGE_SIZE = 4096;
+
+    std::vector<std::unique_ptr<T[]>> m_pages;
+    std::size_t m_size = 0;
+};
+
+} // namespace ORL_0_81
+
+#endif // ORL_PAGED_ARRAY_H
