@@ -106,40 +106,46 @@ void CandidateIndex::findPlaces(Key mask) {
     m_buckets.resize(std::size_t{1} << m_bucketBits);
     FrameScanner scanner;
     std::vector<FrameScanner::Place> places;
-    std::vector<Key> peculiar;
+    std::vector<Key> skeletons;
+    Peculiar peculiar;
     m_firstPlain.reserve(m_names.size() + 1);
+    skeletons.reserve(m_names.size());
     for (Index name = 0; name < size(); ++name) {
         m_firstPlain.push_back(placeCount());
+        skeletons.push_back(0);
         if (!scanner.findPlainPlaces(m_names[name], places)) {
             continue;
         }
+        skeletons.back() = scanner.skeleton();
         for (FrameScanner::Place const& place : places) {
             Key const key = place.key & mask;
             addPlace(name, place, key);
             if (place.isPeculiar) {
-                peculiar.push_back(key);
+                peculiar.keys.push_back(key);
+                peculiar.skeletons.push_back(scanner.skeleton());
             }
         }
     }
     m_firstPlain.push_back(placeCount());
-    if (!peculiar.empty()) {
-        findHiddenPlaces(peculiar, mask);
+    if (!peculiar.keys.empty()) {
+        findHiddenPlaces(peculiar, skeletons, mask);
     }
 }
 
-void CandidateIndex::findHiddenPlaces(std::vector<Key> const& peculiar, Key mask) {
-    KeySet const wanted(peculiar);
+void CandidateIndex::findHiddenPlaces(Peculiar const& peculiar, std::vector<Key> const& skeletons, Key mask) {
+    KeySet const wantedKeys(peculiar.keys);
+    KeySet const wantedSkeletons(peculiar.skeletons);
     FrameScanner scanner;
     std::vector<FrameScanner::Place> places;
     m_firstHidden.reserve(m_names.size() + 1);
     for (Index name = 0; name < size(); ++name) {
         m_firstHidden.push_back(placeCount());
-        if (m_firstPlain[name] == m_firstPlain[name + 1]) {
+        if (m_firstPlain[name] == m_firstPlain[name + 1] || !wantedSkeletons.contains(skeletons[name])) {
             continue;
         }
         scanner.findHiddenPlaces(m_names[name], places);
         for (FrameScanner::Place const& place : places) {
-            if (Key const key = place.key & mask; wanted.contains(key)) {
+            if (Key const key = place.key & mask; wantedKeys.contains(key)) {
                 addPlace(name, place, key);
             }
         }

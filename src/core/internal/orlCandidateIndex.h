@@ -98,8 +98,15 @@ private:
         bool isAsked; // for its run
     };
 
+    // The fields that names can fit in hidden places.
+    struct Peculiar {
+        std::vector<FrameScanner::Key> keys;
+        std::vector<FrameScanner::Key> skeletons;
+    };
+
     void findPlaces(FrameScanner::Key mask);
-    void findHiddenPlaces(std::vector<FrameScanner::Key> const& peculiar, FrameScanner::Key mask);
+    void findHiddenPlaces(Peculiar const& peculiar, std::vector<FrameScanner::Key> const& skeletons,
+                          FrameScanner::Key mask);
     void addPlace(Index name, FrameScanner::Place const& place, FrameScanner::Key key);
     Index placeCount() const { return static_cast<Index>(m_places.size()); }
     void groupPlaces();
