@@ -34,6 +34,16 @@ void add(Names& names, std::string_view pattern, std::initializer_list<std::size
     names.push_back(name);
 }
 
+// Of five letters, another for each number.
+std::string word(std::size_t number) {
+    std::string result(5, 'a');
+    for (char& letter : result) {
+        letter = static_cast<char>('a' + number % 26);
+        number /= 26;
+    }
+    return result;
+}
+
 std::size_t draw(std::mt19937& random, std::size_t bound) { return random() % bound; }
 
 void addMixed(Names& names, std::mt19937& random) {
@@ -72,6 +82,8 @@ char const* nameOf(NameShape shape) {
         return "OneFamily";
     case NameShape::kShuffledFamilies:
         return "ShuffledFamilies";
+    case NameShape::kShuffledGrid:
+        return "ShuffledGrid";
     case NameShape::kPartnerless:
         return "Partnerless";
     case NameShape::kVersionsOfShots:
@@ -96,6 +108,9 @@ Names generateNames(NameShape shape, std::size_t count) {
             add(names, "shot_010_comp.#######.exr", {i});
             break;
         case NameShape::kShuffledFamilies:
+            add(names, "element_" + word(i / 100) + ".####.exr", {1001 + i % 100});
+            break;
+        case NameShape::kShuffledGrid:
             add(names, "element######.####.exr", {i / 100, 1001 + i % 100});
             break;
         case NameShape::kPartnerless:
@@ -114,7 +129,7 @@ Names generateNames(NameShape shape, std::size_t count) {
         }
     }
     names.resize(count);
-    if (shape == NameShape::kShuffledFamilies) {
+    if (shape == NameShape::kShuffledFamilies || shape == NameShape::kShuffledGrid) {
         for (std::size_t i = names.size(); i > 1; --i) {
             std::swap(names[i - 1], names[draw(random, i)]);
         }

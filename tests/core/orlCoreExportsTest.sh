@@ -17,7 +17,7 @@ if [ -n "$foreign" ]; then
     failed=1
 fi
 
-hidden=$(grep -E 'rapidotio|rapidjson|PtrInternal|printDebug|parseJson' <<<"$exports" || true)
+hidden=$(grep -E 'rapidotio|rapidjson|PtrInternal|printDebug|parseJson|normalizeToNfd|FrameNotation|GuardedRegex' <<<"$exports" || true)
 if [ -n "$hidden" ]; then
     printf 'Exported, but internal:\n%s\n' "$hidden"
     failed=1
@@ -37,7 +37,7 @@ for name in 'ORL_0_81::Status::getStr() const' 'ORL_0_81::String::substr(' 'type
     'ORL_0_81::Annotation::Paint::clone() const' 'ORL_0_81::URLHandler::ResolvedUrl::~ResolvedUrl()' \
     'typeinfo for ORL_0_81::TokenProducer::ChangeHint' 'typeinfo for ORL_0_81::InvalidationHint' \
     'typeinfo for ORL_0_81::AudioProviderInterface::FillAudioBufferHint' \
-    'vtable for ORL_0_81::Encrypter' 'vtable for ORL_0_81::VideoBuffer'; do
+    'ORL_0_81::FileSequenceUtils::getSequencesInFileList(' 'vtable for ORL_0_81::Encrypter' 'vtable for ORL_0_81::VideoBuffer'; do
     if ! grep -qF "$name" <<<"$exports"; then
         printf 'Missing: %s\n' "$name"
         failed=1

@@ -23,10 +23,16 @@ constexpr std::size_t TAME_NESTING = 64;
 // states.
 constexpr std::size_t MAX_PATTERN = 100000;
 
-// Steps take ten to a hundred nanoseconds.
-constexpr std::size_t MIN_STEPS = 100000;
-constexpr std::size_t STEPS_PER_CHARACTER = 1000;
+// How many steps a text may take. One takes ten to a hundred nanoseconds.
 constexpr std::size_t MAX_STEPS = 20000000;
+
+// A pattern that has taken so many steps in vain has no more than the quick number of them from then on, for
+// there may be a million names yet.
+constexpr std::size_t PATIENCE = 200000000;
+
+std::size_t quickSteps(std::string_view text) { return std::min(1000 + text.size() * 100, MAX_STEPS); }
+
+std::size_t patientSteps(std::string_view text) { return std::min(100000 + text.size() * 1000, MAX_STEPS); }
 
 #ifdef __GLIBCXX__
 constexpr bool HAS_SIDE_BY_SIDE = true;
@@ -35,10 +41,6 @@ constexpr std::regex::flag_type SIDE_BY_SIDE = std::regex::ECMAScript | std::reg
 constexpr bool HAS_SIDE_BY_SIDE = false;
 constexpr std::regex::flag_type SIDE_BY_SIDE = std::regex::ECMAScript;
 #endif
-
-std::size_t stepsFor(std::string_view text) {
-    return std::min(MIN_STEPS + text.size() * STEPS_PER_CHARACTER, MAX_STEPS);
-}
 
 // How large and how deep a pattern is, from above, without compiling it.
 class PatternSize {
@@ -213,13 +215,14 @@ void runRoomy(std::function<void()> const& task) {
     }
 }
 
-bool searchOnce(std::regex const& regex, std::string_view text) {
-    Watch watch(stepsFor(text));
+bool searchOnce(std::regex const& regex, std::string_view text, std::size_t steps) {
+    Watch watch(steps);
     return std::regex_search(Place(text.data(), &watch), Place(text.data() + text.size(), &watch), regex);
 }
 
-bool matchOnce(std::regex const& regex, std::string_view text, std::vector<FrameNotation::Span>& captures) {
-    Watch watch(stepsFor(text));
+bool matchOnce(std::regex const& regex, std::string_view text, std::size_t steps,
+               std::vector<FrameNotation::Span>& captures) {
+    Watch watch(steps);
     std::match_results<Place> results;
     if (!std::regex_match(Place(text.data(), &watch), Place(text.data() + text.size(), &watch), results,
                           regex)) {
@@ -291,28 +294,38 @@ bool GuardedRegex::search(std::string_view text) {
     return result;
 }
 
-// Throws the usual way's failure if it has one, for the other's may just mean that the pattern is none for
-// it.
+// The usual way is the faster one, so it comes first, but not for long.
 bool GuardedRegex::searchBothWays(std::string_view text) {
-    if (m_isSlow && m_canGoSideBySide) {
+    if (m_canGoSideBySide) {
+        try {
+            return searchOnce(*m_regex, text, quickSteps(text));
+        } catch (std::regex_error const&) {
+        }
         try {
             return searchSideBySide(text);
-        } catch (std::regex_error const&) {
-            return searchOnce(*m_regex, text);
+        } catch (std::regex_error const& failure) {
+            if (m_canGoSideBySide) {
+                loseSteps(failure, MAX_STEPS);
+                throw;
+            }
         }
     }
+    std::size_t const steps = stepsFor(text);
     try {
-        return searchOnce(*m_regex, text);
+        return searchOnce(*m_regex, text, steps);
     } catch (std::regex_error const& failure) {
-        if (!m_canGoSideBySide) {
-            throw;
-        }
-        m_isSlow = m_isSlow || failure.code() == std::regex_constants::error_complexity;
-        try {
-            return searchSideBySide(text);
-        } catch (std::regex_error const&) {
-        }
+        loseSteps(failure, steps);
         throw;
+    }
+}
+
+std::size_t GuardedRegex::stepsFor(std::string_view text) const {
+    return m_lostSteps > PATIENCE ? quickSteps(text) : patientSteps(text);
+}
+
+void GuardedRegex::loseSteps(std::regex_error const& failure, std::size_t steps) {
+    if (failure.code() == std::regex_constants::error_complexity) {
+        m_lostSteps += steps;
     }
 }
 
@@ -324,7 +337,7 @@ bool GuardedRegex::searchSideBySide(std::string_view text) {
         m_sideBySide = make("[\\s\\S]*(?:" + m_pattern + ")[\\s\\S]*", SIDE_BY_SIDE);
         m_canGoSideBySide = true;
     }
-    Watch watch(MAX_STEPS);
+    Watch watch(m_lostSteps > PATIENCE ? quickSteps(text) : MAX_STEPS);
     return std::regex_match(Place(text.data(), &watch), Place(text.data() + text.size(), &watch),
                             *m_sideBySide);
 }
@@ -332,15 +345,17 @@ bool GuardedRegex::searchSideBySide(std::string_view text) {
 bool GuardedRegex::match(std::string_view text, std::vector<Span>& captures) {
     bool result = false;
     if (!m_needsRoom || RoomyStack::isHere()) {
+        std::size_t const steps = stepsFor(text);
         try {
-            return matchOnce(*m_regex, text, captures);
+            return matchOnce(*m_regex, text, steps, captures);
         } catch (std::regex_error const& failure) {
             if (failure.code() != std::regex_constants::error_stack || RoomyStack::isHere()) {
+                loseSteps(failure, steps);
                 throw;
             }
         }
     }
-    runRoomy([&] { result = matchOnce(*m_regex, text, captures); });
+    runRoomy([&] { result = match(text, captures); });
     return result;
 }
 

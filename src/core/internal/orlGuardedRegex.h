@@ -62,11 +62,13 @@ private:
     void compile();
     bool searchBothWays(std::string_view text);
     bool searchSideBySide(std::string_view text);
+    std::size_t stepsFor(std::string_view text) const;
+    void loseSteps(std::regex_error const& failure, std::size_t steps);
 
     std::string m_pattern;
     bool const m_needsRoom;
     bool m_canGoSideBySide;
-    bool m_isSlow = false; // the usual way of searching took too long once
+    std::size_t m_lostSteps = 0; // of searches and matches that were given up
     std::unique_ptr<std::regex> m_regex;
     std::unique_ptr<std::regex> m_sideBySide; // made when it is first needed
 };

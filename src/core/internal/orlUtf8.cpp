@@ -16,10 +16,6 @@ using CodePoints = std::vector<utf8proc_int32_t>;
 // A character becomes at most this many: the longest canonical decomposition has four.
 constexpr utf8proc_ssize_t MAX_DECOMPOSED = 18;
 
-bool isAscii(std::string const& text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 // False if the text is no valid UTF-8.
 bool decompose(std::string const& text, CodePoints& result) {
     auto const* rest = reinterpret_cast<utf8proc_uint8_t const*>(text.data());
@@ -66,6 +62,10 @@ void order(CodePoints& text) {
 }
 
 } // namespace
+
+bool isAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
 
 std::string normalizeToNfd(std::string const& text) {
     if (isAscii(text)) {

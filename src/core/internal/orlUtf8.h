@@ -4,8 +4,12 @@
 #define ORL_UTF8_H
 
 #include <string>
+#include <string_view>
 
 namespace ORL_0_81 {
+
+/// Whether the text is all ASCII, so that normalizing would give it back.
+bool isAscii(std::string_view text);
 
 /// The text in Unicode's normalisation form D: composed characters taken apart, their marks in canonical
 /// order. File systems store names in one form or another; two names are compared in this one.

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: Apache-2.0
+// Copyright Contributors to the orlCore project
+#include "internal/orlCandidateIndex.h"
+#include "support/Seed.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using namespace ORL_0_81;
+using FrameNotation::Span;
+
+// What the index is to answer, by looking at every name.
+struct Plain {
+    std::vector<std::string> names;
+    std::vector<bool> isClaimed;
+
+    std::vector<std::size_t> matches(std::size_t index, Span const& field) const {
+        std::string const before = names[index].substr(0, field.position);
+        std::string const after = names[index].substr(field.end());
+        std::vector<std::size_t> result;
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            std::string const& name = names[i];
+            if (!isClaimed[i] && name.find('\\') == std::string::npos &&
+                name.size() > before.size() + after.size() && name.compare(0, before.size(), before) == 0 &&
+                name.compare(name.size() - after.size(), after.size(), after) == 0 &&
+                FrameNotation::isFrame(frame(i, index, field))) {
+                result.push_back(i);
+            }
+        }
+        return result;
+    }
+
+    std::string frame(std::size_t i, std::size_t index, Span const& field) const {
+        std::size_t const around = names[index].size() - field.length;
+        return names[i].substr(field.position, names[i].size() - around);
+    }
+};
+
+std::string randomName(std::mt19937& random) {
+    static constexpr std::string_view PIECES[] = {"1", "2",         "12",        "-",          "--", "a",
+                                                  ".", "123456789", "111111111", "1234567891", "0"};
+    std::string name;
+    for (unsigned long count = random() % 6; count > 0; --count) {
+        name += PIECES[random() % std::size(PIECES)];
+    }
+    if (random() % 20 == 0) {
+        name += '\\';
+    }
+    return name;
+}
+
+// With fewer bits of the keys the most different places fall into one group.
+class CandidateIndexWithBits : public testing::TestWithParam<unsigned int> {};
+
+TEST_P(CandidateIndexWithBits, AnswersAsIfItLookedAtEveryName) {
+    std::mt19937 random(printedSeed());
+    FrameScanner::Key const mask =
+        GetParam() == 64 ? ~FrameScanner::Key{0} : (FrameScanner::Key{1} << GetParam()) - 1;
+    std::vector<Span> fields;
+    for (int round = 0; round < 3000; ++round) {
+        Plain plain;
+        for (unsigned long count = random() % 30 + 1; count > 0; --count) {
+            bool const isNew = plain.names.empty() || random() % 5 != 0;
+            plain.names.push_back(isNew ? randomName(random) : plain.names[random() % plain.names.size()]);
+        }
+        plain.isClaimed.resize(plain.names.size());
+        std::vector<std::string_view> const views(plain.names.begin(), plain.names.end());
+        CandidateIndex index(views, mask);
+        for (CandidateIndex::Index name = 0; name < index.size(); ++name) {
+            FrameNotation::findDigitFields(plain.names[name], fields);
+            if (index.isClaimed(name) || fields.empty() ||
+                plain.names[name].find('\\') != std::string::npos) {
+                continue;
+            }
+            bool hasPartners = false;
+            for (std::size_t field = fields.size(); field-- > 0;) {
+                std::vector<std::size_t> const matches = plain.matches(name, fields[field]);
+                hasPartners = hasPartners || matches.size() > 1;
+                ASSERT_EQ(index.count(name, field, fields[field]), matches.size())
+                    << testing::PrintToString(plain.names) << " " << name << " " << field;
+                std::vector<std::int32_t> frames;
+                for (std::size_t const match : matches) {
+                    frames.push_back(FrameNotation::frameOf(plain.frame(match, name, fields[field])));
+                }
+                ASSERT_EQ(index.run(name, field), FrameRuns::longest(frames))
+                    << testing::PrintToString(plain.names) << " " << name << " " << field;
+            }
+            if (hasPartners) {
+                ASSERT_TRUE(index.mayHavePartners(name));
+            }
+            if (random() % 2 == 0) {
+                continue;
+            }
+            std::size_t const field = random() % fields.size();
+            std::size_t narrowest = fields[field].length;
+            for (std::size_t const match : plain.matches(name, fields[field])) {
+                narrowest = std::min(narrowest, plain.frame(match, name, fields[field]).size());
+                plain.isClaimed[match] = true;
+            }
+            ASSERT_EQ(index.claimAll(name, field, fields[field]), narrowest);
+            for (CandidateIndex::Index other = 0; other < index.size(); ++other) {
+                ASSERT_EQ(index.isClaimed(other), plain.isClaimed[other])
+                    << testing::PrintToString(plain.names) << " " << name << " " << field << " " << other;
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, CandidateIndexWithBits, testing::Values(0U, 1U, 3U, 6U, 64U));
+
+TEST(CandidateIndex, KeepsTheRunsOfALargeGroupUpToDate) {
+    std::mt19937 random(printedSeed());
+    Plain plain;
+    for (int i = 0; i < 2000; ++i) {
+        plain.names.push_back("a" + std::to_string(random() % 3000) + "_" + std::to_string(random() % 2));
+    }
+    plain.isClaimed.resize(plain.names.size());
+    std::vector<std::string_view> const views(plain.names.begin(), plain.names.end());
+    CandidateIndex index(views);
+    std::vector<Span> fields;
+    for (CandidateIndex::Index name = 0; name < index.size(); ++name) {
+        FrameNotation::findDigitFields(plain.names[name], fields);
+        std::vector<std::size_t> const matches = plain.matches(name, fields[0]);
+        ASSERT_EQ(index.count(name, 0, fields[0]), matches.size());
+        std::vector<std::int32_t> frames;
+        for (std::size_t const match : matches) {
+            frames.push_back(FrameNotation::frameOf(plain.frame(match, name, fields[0])));
+        }
+        ASSERT_EQ(index.run(name, 0), FrameRuns::longest(frames));
+        index.claim(name);
+        plain.isClaimed[name] = true;
+    }
+}
+
+TEST(CandidateIndex, ComparesLongNamesOnceForAllTheirFields) {
+    // Two hundred thousand fields, each with a partner; comparing the names anew for each would take hours.
+    std::string name;
+    for (int i = 0; i < 200000; ++i) {
+        name += "1-";
+    }
+    std::string const other = name;
+    std::vector<std::string_view> const views = {name, other};
+    CandidateIndex index(views);
+    std::vector<Span> fields;
+    FrameNotation::findDigitFields(name, fields);
+    for (std::size_t field = 0; field < fields.size(); ++field) {
+        ASSERT_EQ(index.count(0, field, fields[field]), 2U);
+    }
+}
+
+} // namespace

@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: Apache-2.0
+// Copyright Contributors to the orlCore project
+#include "internal/orlGuardedRegex.h"
+
+#include "internal/orlRoomyStack.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace ORL_0_81;
+using namespace std::string_literals;
+using FrameNotation::Span;
+
+std::string repeated(std::string const& text, std::size_t count) {
+    std::string result;
+    for (; count > 0; --count) {
+        result += text;
+    }
+    return result;
+}
+
+// On a thread with no more stack than is common.
+template <class Task>
+void onSmallStack(Task const& task) {
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    pthread_attr_setstacksize(&attributes, 512 * 1024);
+    pthread_t thread;
+    ASSERT_EQ(pthread_create(
+                  &thread, &attributes,
+                  [](void* argument) -> void* {
+                      (*static_cast<Task const*>(argument))();
+                      return nullptr;
+                  },
+                  const_cast<Task*>(&task)),
+              0);
+    pthread_join(thread, nullptr);
+    pthread_attr_destroy(&attributes);
+}
+
+struct Search {
+    std::string pattern;
+    std::string text;
+    bool isFound;
+};
+
+TEST(GuardedRegex, FindsWhatTheStandardLibraryFinds) {
+    for (Search const& example : std::vector<Search>{{"", "", true},
+                                                     {"b", "abc", true},
+                                                     {"^b", "abc", false},
+                                                     {"^b", "a\nbc", false},
+                                                     {"a$", "a\nb", false},
+                                                     {"a.b", "a\nb", false},
+                                                     {"a[^x]b", "a\nb", true},
+                                                     {"a\0b"s, "xa\0by"s, true},
+                                                     {"(a|b)\\1", "ab", false},
+                                                     {"(a|b)\\1", "abb", true},
+                                                     {"\\d{3}", "a12b345", true},
+                                                     {"[[:digit:]]{3}", "a12b34", false},
+                                                     {"\\w", "\xC3\xA9", false},
+                                                     {"a(?=b)", "ab", true},
+                                                     {"a(?!b)", "ab", false},
+                                                     {"\\bab\\b", "x ab.", true}}) {
+        EXPECT_EQ(GuardedRegex(example.pattern).search(example.text), example.isFound)
+            << example.pattern << " in " << example.text;
+        EXPECT_EQ(std::regex_search(example.text, std::regex(example.pattern)), example.isFound);
+    }
+}
+
+TEST(GuardedRegex, TellsTheCapturesOfAMatch) {
+    GuardedRegex regex("a(b)?(c*)");
+    EXPECT_EQ(regex.captureCount(), 2U);
+    std::vector<Span> captures;
+    ASSERT_TRUE(regex.match("acc", captures));
+    EXPECT_EQ(captures, (std::vector<Span>{{3, 0}, {1, 2}}));
+    ASSERT_TRUE(regex.match("ab", captures));
+    EXPECT_EQ(captures, (std::vector<Span>{{1, 1}, {2, 0}}));
+    EXPECT_FALSE(regex.match("abx", captures));
+}
+
+TEST(GuardedRegex, RefusesMalformedPatterns) {
+    for (std::string const pattern : {"(", ")", "[", "a{2", "*", "\\", "(?<n>a)"}) {
+        EXPECT_THROW(GuardedRegex{pattern}, std::regex_error) << pattern;
+    }
+}
+
+TEST(GuardedRegex, RefusesPatternsOfAnySizeWithoutExhaustingTheStack) {
+    onSmallStack([] {
+        for (std::string const piece : {"(", "(a", "a", "[", "\\\\", "(?:", "(?=", "a|", "(|"}) {
+            for (std::size_t const count : {100U, 1000U, 30000U, 90000U, 1000000U}) {
+                std::string const pattern = repeated(piece, count);
+                try {
+                    GuardedRegex regex(pattern);
+                    regex.search("aaa");
+                } catch (std::regex_error const&) {
+                    continue;
+                }
+            }
+        }
+    });
+}
+
+TEST(GuardedRegex, CompilesWhatNeedsMuchStackOnARoomyOne) {
+    onSmallStack([] {
+        std::string const deep = repeated("(", 2000) + "a" + repeated(")", 2000);
+        GuardedRegex regex(deep);
+        EXPECT_TRUE(regex.needsRoom());
+        EXPECT_TRUE(regex.search("xxa"));
+        EXPECT_FALSE(regex.search("xxb"));
+        GuardedRegex empties("(){20000}b");
+        EXPECT_TRUE(empties.needsRoom());
+        EXPECT_TRUE(empties.search("abc"));
+        EXPECT_FALSE(GuardedRegex("\\.exr$").needsRoom());
+        EXPECT_FALSE(GuardedRegex("^[a-z_]+\\.(\\d{4}|\\d{8})\\.(exr|tif|dpx)$").needsRoom());
+    });
+}
+
+TEST(GuardedRegex, FindsInTextsOfAnyLengthWithoutExhaustingTheStack) {
+    onSmallStack([] {
+        std::string const text = std::string(1000000, 'x') + "y";
+        EXPECT_TRUE(GuardedRegex("x.*y").search(text.substr(text.size() - 30000)));
+        EXPECT_TRUE(GuardedRegex("y$").search(text));
+        EXPECT_TRUE(GuardedRegex("[^z]y").search(text));
+        EXPECT_FALSE(GuardedRegex("yx").search(text));
+    });
+}
+
+// What stays within the bounds, and what does not, depends on the engine; that it ends does not.
+TEST(GuardedRegex, GivesUpInTime) {
+    std::string const name = std::string(60, 'a') + "b";
+    std::string const longName = std::string(1000000, 'a') + "b";
+    for (std::string const pattern :
+         {"^(a+)+$", "^(a|aa)+$", "(a*)*c", "^(a+)+\\1$", "(.*)(.*)(.*)(.*)(.*)c"}) {
+        for (std::string const& text : {name, longName}) {
+            GuardedRegex regex(pattern);
+            for (int time = 0; time < 2; ++time) {
+                try {
+                    EXPECT_FALSE(regex.search(text)) << pattern;
+                } catch (std::regex_error const&) {
+                    continue;
+                }
+            }
+        }
+    }
+}
+
+#ifdef __GLIBCXX__
+TEST(GuardedRegex, FindsAlsoAfterAnExponentialSearchWhatIsThere) {
+    GuardedRegex regex("^(a+)+$");
+    EXPECT_FALSE(regex.search(std::string(60, 'a') + "b"));
+    EXPECT_TRUE(regex.search(std::string(60, 'a')));
+    EXPECT_FALSE(regex.search("ab"));
+    GuardedRegex reference("^(a+)+\\1?b?$");
+    EXPECT_THROW(reference.search(std::string(60, 'a') + "c"), std::regex_error);
+    EXPECT_TRUE(reference.search("aab"));
+}
+#endif
+
+TEST(RoomyStack, PassesOnWhatItsTaskThrows) {
+    EXPECT_THROW(RoomyStack::run([] { throw std::runtime_error("on purpose"); }), std::runtime_error);
+}
+
+TEST(RoomyStack, HasRoomForWhatTheCallersHaveNot) {
+    EXPECT_FALSE(RoomyStack::isHere());
+    std::size_t const room = RoomyStack::room();
+    std::thread::id inner;
+    std::thread::id outer;
+    EXPECT_TRUE(RoomyStack::run([&] {
+        EXPECT_TRUE(RoomyStack::isHere());
+        EXPECT_GT(RoomyStack::room(), room * 100);
+        outer = std::this_thread::get_id();
+        RoomyStack::run([&] { inner = std::this_thread::get_id(); });
+    }));
+    EXPECT_EQ(inner, outer);
+    EXPECT_NE(outer, std::this_thread::get_id());
+    EXPECT_FALSE(RoomyStack::isHere());
+}
+
+} // namespace
