@@ -18,7 +18,7 @@ using Key = FrameScanner::Key;
 constexpr std::size_t BUCKET_SIZE = 4096;
 constexpr unsigned int MAX_BUCKET_BITS = 12; // more, and the dealing out suffers
 
-// How far ahead of its use the memory of a group's names is asked for: they may stand anywhere.
+// How far ahead of its use memory is asked for, step by step: the names of a group may stand anywhere.
 constexpr CandidateIndex::Index AHEAD = 8;
 
 void prefetch(void const* address) { __builtin_prefetch(address); }
@@ -89,57 +89,68 @@ private:
 
 } // namespace
 
-CandidateIndex::CandidateIndex(std::vector<std::string_view> const& names, Key keyMask)
-    : m_names(names), m_claimed(names.size(), 0) {
+CandidateIndex::CandidateIndex(std::vector<std::string_view> names, Key keyMask)
+    : m_claimed(names.size(), 0) {
     if (names.size() >= NONE) {
         throw std::length_error(TOO_MUCH);
     }
-    findPlaces(keyMask);
+    findPlaces(names, keyMask);
+    std::vector<std::string_view>().swap(names);
     groupPlaces();
 }
 
-void CandidateIndex::findPlaces(Key mask) {
+void CandidateIndex::findPlaces(std::vector<std::string_view> const& names, Key mask) {
     // Most names have one field or two.
-    while (m_bucketBits < MAX_BUCKET_BITS && m_names.size() * 2 >> m_bucketBits > BUCKET_SIZE) {
+    while (m_bucketBits < MAX_BUCKET_BITS && names.size() * 2 >> m_bucketBits > BUCKET_SIZE) {
         ++m_bucketBits;
     }
     m_buckets.resize(std::size_t{1} << m_bucketBits);
     FrameScanner scanner;
     std::vector<FrameScanner::Place> places;
-    std::vector<Key> peculiar;
-    m_firstPlain.reserve(m_names.size() + 1);
-    for (Index name = 0; name < size(); ++name) {
-        m_firstPlain.push_back(placeCount());
-        if (!scanner.findPlainPlaces(m_names[name], places)) {
+    std::vector<Key> skeletons;
+    Peculiar peculiar;
+    m_names.reserve(names.size() + 1);
+    skeletons.reserve(names.size());
+    for (std::string_view const text : names) {
+        if (text.size() >= NONE) {
+            throw std::length_error(TOO_MUCH);
+        }
+        auto const name = static_cast<Index>(m_names.size());
+        m_names.push_back({text.data(), static_cast<Index>(text.size()), placeCount()});
+        skeletons.push_back(0);
+        if (!scanner.findPlainPlaces(text, places)) {
             continue;
         }
+        skeletons.back() = scanner.skeleton();
         for (FrameScanner::Place const& place : places) {
             Key const key = place.key & mask;
             addPlace(name, place, key);
             if (place.isPeculiar) {
-                peculiar.push_back(key);
+                peculiar.keys.push_back(key);
+                peculiar.skeletons.push_back(scanner.skeleton());
             }
         }
     }
-    m_firstPlain.push_back(placeCount());
-    if (!peculiar.empty()) {
-        findHiddenPlaces(peculiar, mask);
+    m_names.push_back({nullptr, 0, placeCount()});
+    if (!peculiar.keys.empty()) {
+        findHiddenPlaces(peculiar, skeletons, mask);
     }
 }
 
-void CandidateIndex::findHiddenPlaces(std::vector<Key> const& peculiar, Key mask) {
-    KeySet const wanted(peculiar);
+void CandidateIndex::findHiddenPlaces(Peculiar const& peculiar, std::vector<Key> const& skeletons, Key mask) {
+    KeySet const wantedKeys(peculiar.keys);
+    KeySet const wantedSkeletons(peculiar.skeletons);
     FrameScanner scanner;
     std::vector<FrameScanner::Place> places;
-    m_firstHidden.reserve(m_names.size() + 1);
+    m_firstHidden.reserve(m_names.size());
     for (Index name = 0; name < size(); ++name) {
         m_firstHidden.push_back(placeCount());
-        if (m_firstPlain[name] == m_firstPlain[name + 1]) {
+        if (!wantedSkeletons.contains(skeletons[name])) {
             continue;
         }
-        scanner.findHiddenPlaces(m_names[name], places);
+        scanner.findHiddenPlaces(this->name(name), places);
         for (FrameScanner::Place const& place : places) {
-            if (Key const key = place.key & mask; wanted.contains(key)) {
+            if (Key const key = place.key & mask; wantedKeys.contains(key)) {
                 addPlace(name, place, key);
             }
         }
@@ -148,7 +159,7 @@ void CandidateIndex::findHiddenPlaces(std::vector<Key> const& peculiar, Key mask
 }
 
 void CandidateIndex::addPlace(Index name, FrameScanner::Place const& place, Key key) {
-    if (m_places.size() >= NONE || place.span.position >= NONE) {
+    if (m_places.size() >= NONE) {
         throw std::length_error(TOO_MUCH);
     }
     std::size_t const bucket = m_bucketBits == 0 ? 0 : spread(key) >> (64 - m_bucketBits);
@@ -214,7 +225,7 @@ void CandidateIndex::claim(Index index) {
         return;
     }
     m_claimed[index] = 1;
-    for (Index place = m_firstPlain[index]; place < m_firstPlain[index + 1]; ++place) {
+    for (Index place = m_names[index].firstPlace; place < m_names[index + 1].firstPlace; ++place) {
         leaveGroup(place);
     }
     if (!m_firstHidden.empty()) {
@@ -236,8 +247,24 @@ void CandidateIndex::leaveGroup(Index place) {
     }
 }
 
+void CandidateIndex::lookAhead(Index index) const {
+    if (Index const far = index + 2 * AHEAD; far < size()) {
+        for (Index place = m_names[far].firstPlace; place < m_names[far + 1].firstPlace; ++place) {
+            if (Index const group = m_memberships[place].group; group != NONE) {
+                prefetch(&m_groups[group]);
+            }
+        }
+        Index const near = index + AHEAD;
+        for (Index place = m_names[near].firstPlace; place < m_names[near + 1].firstPlace; ++place) {
+            if (Index const group = m_memberships[place].group; group != NONE) {
+                prefetch(&m_members[m_groups[group].first]);
+            }
+        }
+    }
+}
+
 bool CandidateIndex::mayHavePartners(Index index) const {
-    for (Index place = m_firstPlain[index]; place < m_firstPlain[index + 1]; ++place) {
+    for (Index place = m_names[index].firstPlace; place < m_names[index + 1].firstPlace; ++place) {
         if (m_memberships[place].group != NONE && m_groups[m_memberships[place].group].unclaimed > 1) {
             return true;
         }
@@ -246,7 +273,7 @@ bool CandidateIndex::mayHavePartners(Index index) const {
 }
 
 CandidateIndex::Group* CandidateIndex::groupOf(Index index, std::size_t field) {
-    Index const group = m_memberships[m_firstPlain[index] + field].group;
+    Index const group = m_memberships[m_names[index].firstPlace + field].group;
     return group == NONE ? nullptr : &m_groups[group];
 }
 
@@ -256,7 +283,7 @@ CandidateIndex::Index CandidateIndex::count(Index index, std::size_t field, Span
         return 1;
     }
     if (!group->isChecked || group->unclaimed < group->size / 2) {
-        check(m_memberships[m_firstPlain[index] + field].group, index, span);
+        check(m_memberships[m_names[index].firstPlace + field].group, index, span);
         group = groupOf(index, field);
     }
     return group->unclaimed;
@@ -268,20 +295,29 @@ void CandidateIndex::check(Index group, Index index, Span const& span) {
     Index* const members = m_members.data() + checked.first;
     std::vector<Index> strangers;
     Index kept = 0;
-    for (Index i = 0; i < checked.size; ++i) {
-        if (i + 3 * AHEAD < checked.size) {
-            prefetch(&m_places[members[i + 3 * AHEAD]]);
-            prefetch(&m_names[m_places[members[i + 2 * AHEAD]].name]);
-            prefetch(m_names[m_places[members[i + AHEAD]].name].data());
+    Index const size = checked.size;
+    for (Index ahead = 0; ahead < size + 3 * AHEAD; ++ahead) {
+        if (ahead < size) {
+            prefetch(&m_places[members[ahead]]);
         }
-        Place const& place = m_places[members[i]];
+        if (ahead >= AHEAD && ahead - AHEAD < size) {
+            prefetch(&m_names[m_places[members[ahead - AHEAD]].name]);
+        }
+        if (ahead >= 2 * AHEAD && ahead - 2 * AHEAD < size) {
+            prefetch(m_names[m_places[members[ahead - 2 * AHEAD]].name].text);
+        }
+        if (ahead < 3 * AHEAD) {
+            continue;
+        }
+        Index const member = members[ahead - 3 * AHEAD];
+        Place const& place = m_places[member];
         if (isClaimed(place.name)) {
             continue;
         }
         if (checked.isChecked || fits(place, index, span)) {
-            members[kept++] = members[i];
+            members[kept++] = member;
         } else {
-            strangers.push_back(members[i]);
+            strangers.push_back(member);
         }
     }
     checked.size = checked.unclaimed = kept;
@@ -292,8 +328,8 @@ void CandidateIndex::check(Index group, Index index, Span const& span) {
 }
 
 bool CandidateIndex::fits(Place const& place, Index index, Span const& span) {
-    std::string_view const name = m_names[index];
-    std::string_view const other = m_names[place.name];
+    std::string_view const name = this->name(index);
+    std::string_view const other = this->name(place.name);
     std::size_t const after = name.size() - span.end();
     if (place.position != span.position || other.size() - place.position - place.length != after) {
         return false;
@@ -375,20 +411,25 @@ std::size_t CandidateIndex::claimAll(Index index, std::size_t field, Span const&
         group->runs = NONE;
     }
     Index const* const members = m_members.data() + group->first;
-    std::size_t const around = m_names[index].size() - span.length;
+    std::size_t const around = m_names[index].size - span.length;
     std::size_t narrowest = span.length;
-    for (Index i = 0; i < group->size; ++i) {
-        if (i + 3 * AHEAD < group->size) {
-            prefetch(&m_places[members[i + 3 * AHEAD]]);
-            prefetch(&m_memberships[members[i + 3 * AHEAD]]);
-            Index const ahead = m_places[members[i + 2 * AHEAD]].name;
-            prefetch(&m_firstPlain[ahead]);
-            prefetch(&m_names[ahead]);
-            prefetch(&m_claimed[ahead]);
+    Index const size = group->size;
+    for (Index ahead = 0; ahead < size + 3 * AHEAD; ++ahead) {
+        if (ahead < size) {
+            prefetch(&m_places[members[ahead]]);
         }
-        Index const other = m_places[members[i]].name;
+        if (ahead >= AHEAD && ahead - AHEAD < size) {
+            prefetch(&m_names[m_places[members[ahead - AHEAD]].name]);
+        }
+        if (ahead >= 2 * AHEAD && ahead - 2 * AHEAD < size) {
+            prefetch(&m_memberships[m_names[m_places[members[ahead - 2 * AHEAD]].name].firstPlace]);
+        }
+        if (ahead < 3 * AHEAD) {
+            continue;
+        }
+        Index const other = m_places[members[ahead - 3 * AHEAD]].name;
         if (!isClaimed(other)) {
-            narrowest = std::min(narrowest, m_names[other].size() - around);
+            narrowest = std::min<std::size_t>(narrowest, m_names[other].size - around);
             claim(other);
             if (claimed) {
                 claimed->push_back(other);

@@ -32,21 +32,25 @@ public:
     using Index = std::uint32_t;
     using Span = FrameNotation::Span;
 
-    /// \param names The texts must stay as they are during the life of the index.
+    /// \param names Each must be shorter than 4 GB. The texts must stay as they are during the life of the
+    ///     index.
     /// \param keyMask Which bits of a key are looked at. With fewer than all, more names are mistaken for
     ///     each other at first; for tests.
-    explicit CandidateIndex(std::vector<std::string_view> const& names,
+    explicit CandidateIndex(std::vector<std::string_view> names,
                             FrameScanner::Key keyMask = ~FrameScanner::Key{0});
 
     /// How many names were given.
-    Index size() const { return static_cast<Index>(m_names.size()); }
+    Index size() const { return static_cast<Index>(m_claimed.size()); }
 
-    std::string_view name(Index index) const { return m_names[index]; }
+    std::string_view name(Index index) const { return {m_names[index].text, m_names[index].size}; }
 
     bool isClaimed(Index index) const { return m_claimed[index] != 0; }
 
     /// Takes a name out, if it is still in.
     void claim(Index index);
+
+    /// Asks for the memory of the names that come next, if names are asked for in their order.
+    void lookAhead(Index index) const;
 
     /// Whether some unclaimed name may differ from this one in the number of one of its fields only. If not,
     /// there is none.
@@ -69,6 +73,14 @@ public:
 
 private:
     static constexpr Index NONE = ~Index{0};
+
+    // Its plain places begin with this one, and end where those of the next name begin; behind the last name
+    // stands one without a text.
+    struct Name {
+        char const* text;
+        Index size;
+        Index firstPlace;
+    };
 
     // A place in a name where a frame can stand.
     struct Place {
@@ -100,8 +112,15 @@ private:
         bool isAsked; // for its run
     };
 
-    void findPlaces(FrameScanner::Key mask);
-    void findHiddenPlaces(std::vector<FrameScanner::Key> const& peculiar, FrameScanner::Key mask);
+    // The fields that names can fit in hidden places.
+    struct Peculiar {
+        std::vector<FrameScanner::Key> keys;
+        std::vector<FrameScanner::Key> skeletons;
+    };
+
+    void findPlaces(std::vector<std::string_view> const& names, FrameScanner::Key mask);
+    void findHiddenPlaces(Peculiar const& peculiar, std::vector<FrameScanner::Key> const& skeletons,
+                          FrameScanner::Key mask);
     void addPlace(Index name, FrameScanner::Place const& place, FrameScanner::Key key);
     Index placeCount() const { return static_cast<Index>(m_places.size()); }
     void groupPlaces();
@@ -114,14 +133,13 @@ private:
     bool fits(Place const& place, Index index, Span const& span);
     void splitOff(std::vector<Index> const& places);
 
-    std::vector<std::string_view> const& m_names;
+    std::vector<Name> m_names;
     std::vector<unsigned char> m_claimed;
 
     // The places of a name stand together: the plain ones, then, elsewhere, the hidden ones if there are any.
     PagedArray<Place> m_places;
     PagedArray<Membership> m_memberships;
-    std::vector<Index> m_firstPlain;  // by name, and behind the last
-    std::vector<Index> m_firstHidden; // likewise; empty if no name has any
+    std::vector<Index> m_firstHidden; // by name, and behind the last; empty if no name has any
 
     std::vector<Bucket> m_buckets; // only until they are grouped
     unsigned int m_bucketBits = 0;

@@ -38,7 +38,7 @@ FrameRuns::FrameRuns(std::vector<Member> members) : m_members(std::move(members)
     if (!std::is_sorted(m_members.begin(), m_members.end(), isBefore)) {
         std::sort(m_members.begin(), m_members.end(), isBefore);
     }
-    std::size_t const blockCount = (m_members.size() + FAN_OUT - 1) / FAN_OUT;
+    std::size_t const blockCount = (m_members.size() + BLOCK - 1) / BLOCK;
     m_present.assign(blockCount, 0xFFFF);
     std::vector<Summary> level(blockCount);
     for (std::size_t block = 0; block < blockCount; ++block) {
@@ -57,8 +57,8 @@ FrameRuns::FrameRuns(std::vector<Member> members) : m_members(std::move(members)
 void FrameRuns::remove(Member const& member) {
     auto const found = std::lower_bound(m_members.begin(), m_members.end(), member, isBefore);
     auto const position = static_cast<std::size_t>(found - m_members.begin());
-    std::size_t index = position / FAN_OUT;
-    m_present[index] = static_cast<std::uint16_t>(m_present[index] & ~(1U << position % FAN_OUT));
+    std::size_t index = position / BLOCK;
+    m_present[index] = static_cast<std::uint16_t>(m_present[index] & ~(1U << position % BLOCK));
     m_summaries[0][index] = summarizeBlock(index);
     for (std::size_t level = 1; level < m_summaries.size(); ++level) {
         index /= FAN_OUT;
@@ -84,24 +84,22 @@ int FrameRuns::longest(std::vector<std::int32_t>& frames) {
 
 FrameRuns::Summary FrameRuns::summarizeBlock(std::size_t block) const {
     Summary result;
-    std::size_t const begin = block * FAN_OUT;
-    std::size_t const end = std::min(begin + FAN_OUT, m_members.size());
-    for (std::size_t i = begin; i < end; ++i) {
-        if (m_present[block] >> (i - begin) & 1U) {
+    std::size_t const begin = block * BLOCK;
+    std::size_t const end = std::min(begin + BLOCK, m_members.size());
+    unsigned int present = m_present[block];
+    for (std::size_t i = begin; i < end; ++i, present >>= 1U) {
+        if ((present & 1U) != 0) {
             std::int32_t const frame = m_members[i].frame;
-            Summary one;
-            one.count = one.prefix = one.suffix = one.best = 1;
-            one.first = one.last = frame;
-            result.append(one);
+            result.append({1, 1, 1, 1, frame, frame});
         }
     }
     return result;
 }
 
 FrameRuns::Summary FrameRuns::summarize(std::vector<Summary> const& parts, std::size_t index) {
-    Summary result;
+    Summary result = parts[index * FAN_OUT];
     std::size_t const end = std::min((index + 1) * FAN_OUT, parts.size());
-    for (std::size_t i = index * FAN_OUT; i < end; ++i) {
+    for (std::size_t i = index * FAN_OUT + 1; i < end; ++i) {
         result.append(parts[i]);
     }
     return result;

@@ -49,7 +49,8 @@ private:
         void append(Summary const& next);
     };
 
-    static constexpr std::size_t FAN_OUT = 16;
+    static constexpr std::size_t BLOCK = 16;
+    static constexpr std::size_t FAN_OUT = 4;
 
     Summary summarizeBlock(std::size_t block) const;
     static Summary summarize(std::vector<Summary> const& parts, std::size_t index);

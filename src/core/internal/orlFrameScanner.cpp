@@ -92,6 +92,7 @@ constexpr Key NOTHING_AFTER = ~SEED;
 // Cuts the name into runs and literals, and hashes all from the left.
 bool FrameScanner::findRuns(std::string_view name) {
     m_runs.clear();
+    m_skeleton = 0;
     char const* const text = name.data();
     std::size_t const size = name.size();
     Key before = NOTHING_BEFORE;
@@ -105,7 +106,11 @@ bool FrameScanner::findRuns(std::string_view name) {
         }
         Key const literalHash = hashLiteral(text + literal, position - literal);
         if (position == size) {
-            m_tail = position > literal ? prepend(literalHash, NOTHING_AFTER) : NOTHING_AFTER;
+            m_tail = NOTHING_AFTER;
+            if (position > literal) {
+                m_tail = prepend(literalHash, NOTHING_AFTER);
+                m_skeleton += literalHash;
+            }
             return true;
         }
         Run run;
@@ -114,6 +119,13 @@ bool FrameScanner::findRuns(std::string_view name) {
         run.hasSign = position > 0 && isSign(name, position - 1);
         run.beforeSign = before;
         if (position > literal) {
+            std::size_t bare = position - literal;
+            while (bare > 0 && text[literal + bare - 1] == '-') {
+                --bare;
+            }
+            if (bare > 0) {
+                m_skeleton += bare == position - literal ? literalHash : hashLiteral(text + literal, bare);
+            }
             std::size_t const length = position - literal - (run.hasSign ? 1 : 0);
             if (length > 0) {
                 run.beforeSign =

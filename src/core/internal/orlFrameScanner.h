@@ -47,6 +47,10 @@ public:
     ///     something else than its text.
     bool findPlainPlaces(std::string_view name, std::vector<Place>& places);
 
+    /// A key of the name scanned last, for its text apart from digits and the hyphens before them. A name can
+    /// only fit a field of another, in whatever place, if they have the same.
+    Key skeleton() const { return m_skeleton; }
+
     /// Finds the hidden places of a name without a backslash, from left to right.
     void findHiddenPlaces(std::string_view name, std::vector<Place>& places);
 
@@ -72,6 +76,7 @@ private:
                     std::size_t count, Run const& run, std::vector<Place>& places) const;
 
     std::vector<Run> m_runs;
+    Key m_skeleton = 0;
     Key m_tail = 0;              // of what stands behind the last run
     std::vector<Key> m_fromEach; // of the text from each digit of one run on, and behind it
 };

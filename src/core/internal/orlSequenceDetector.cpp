@@ -57,9 +57,9 @@ std::string allFieldsPattern(std::string const& escaped) {
 
 } // namespace
 
-SequenceDetector::SequenceDetector(std::vector<std::string_view> const& names, NameFilter& filter,
-                                   Results& results, Compiler compiler)
-    : m_index(names), m_filter(filter), m_results(results), m_compiler(std::move(compiler)) {}
+SequenceDetector::SequenceDetector(std::vector<std::string_view> names, NameFilter& filter, Results& results,
+                                   Compiler compiler)
+    : m_index(std::move(names)), m_filter(filter), m_results(results), m_compiler(std::move(compiler)) {}
 
 std::unique_ptr<SequenceDetector::Pattern> SequenceDetector::compileGuarded(std::string const& pattern) {
     return std::make_unique<GuardedPattern>(pattern);
@@ -71,6 +71,7 @@ void SequenceDetector::run() {
             ++m_front;
             continue;
         }
+        m_index.lookAhead(m_front);
         try {
             examine(m_front);
         } catch (std::regex_error const&) {
@@ -234,7 +235,7 @@ std::size_t SequenceDetector::claim(Pattern& pattern, std::size_t& narrowest) {
 void SequenceDetector::addSingle(Index index) {
     std::string_view const name = m_index.name(index);
     if (name.find(ESCAPE) == std::string_view::npos) {
-        m_results.addName(index);
+        m_results.addName(index, name);
     } else {
         m_results.addText(FrameNotation::withoutBackslashes(name));
     }

@@ -16,6 +16,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace ORL_0_81 {
@@ -36,7 +37,7 @@ public:
     ListResults(std::vector<String const*> const& names, Vector<String>& sequences)
         : m_names(names), m_sequences(sequences) {}
 
-    void addName(std::size_t index) override { m_sequences.push_back(*m_names[index]); }
+    void addName(std::size_t index, std::string_view) override { m_sequences.push_back(*m_names[index]); }
     void addText(std::string const& text) override { m_sequences.push_back(toString(text)); }
 
 private:
@@ -46,14 +47,12 @@ private:
 
 class DirectoryResults : public SequenceDetector::Results {
 public:
-    DirectoryResults(std::vector<std::string_view> const& names, Vector<String>& sequences)
-        : m_names(names), m_sequences(sequences) {}
+    explicit DirectoryResults(Vector<String>& sequences) : m_sequences(sequences) {}
 
-    void addName(std::size_t index) override { m_sequences.push_back(toString(m_names[index])); }
+    void addName(std::size_t, std::string_view name) override { m_sequences.push_back(toString(name)); }
     void addText(std::string const& text) override { m_sequences.push_back(toString(text)); }
 
 private:
-    std::vector<std::string_view> const& m_names;
     Vector<String>& m_sequences;
 };
 
@@ -85,7 +84,7 @@ private:
     std::vector<std::size_t> m_ends;
 };
 
-Status detect(std::vector<std::string_view> const& names, String const& expression,
+Status detect(std::vector<std::string_view> names, String const& expression,
               SequenceDetector::Results& results) {
     if (names.empty()) {
         return Status::kNoFilenamesFound;
@@ -96,7 +95,8 @@ Status detect(std::vector<std::string_view> const& names, String const& expressi
     } catch (std::regex_error const&) {
         return Status::kRegexException;
     }
-    auto const work = [&] { SequenceDetector(names, *filter, results).run(); };
+    SequenceDetector detector(std::move(names), *filter, results);
+    auto const work = [&detector] { detector.run(); };
     // Without room each name gets the filter's failure.
     if (!filter->needsRoom() || !RoomyStack::run(work)) {
         work();
@@ -177,7 +177,7 @@ Status FileSequenceUtils::getSequencesInFileList(List<String> const& names, Vect
         strings.push_back(&*name);
     }
     ListResults results(strings, sequences);
-    return detect(views, filter, results);
+    return detect(std::move(views), filter, results);
 }
 
 Status FileSequenceUtils::getSequencesInDirectory(String const& path, Vector<String>& sequences,
@@ -189,9 +189,8 @@ Status FileSequenceUtils::getSequencesInDirectory(String const& path, Vector<Str
     }
     NormalizedNames names;
     listRegularFiles(std::string(view(path)), names);
-    std::vector<std::string_view> const views = names.views();
-    DirectoryResults results(views, sequences);
-    return detect(views, filter, results);
+    DirectoryResults results(sequences);
+    return detect(names.views(), filter, results);
 }
 
 } // namespace ORL_0_81

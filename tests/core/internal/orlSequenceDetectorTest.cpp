@@ -21,15 +21,10 @@ using Names = std::vector<std::string>;
 
 class Collected : public SequenceDetector::Results {
 public:
-    explicit Collected(Names const& names) : m_names(names) {}
-
-    void addName(std::size_t index) override { results.push_back(m_names[index]); }
+    void addName(std::size_t, std::string_view name) override { results.emplace_back(name); }
     void addText(std::string const& text) override { results.push_back(text); }
 
     Names results;
-
-private:
-    Names const& m_names;
 };
 
 // Counts compilations and matches, and fails at one of them.
@@ -70,7 +65,7 @@ private:
 Names detect(Names const& names, Failure& failure) {
     std::vector<std::string_view> const views(names.begin(), names.end());
     NameFilter filter("");
-    Collected collected(names);
+    Collected collected;
     SequenceDetector(views, filter, collected, [&failure](std::string const& pattern) {
         if (++failure.compilations == failure.failingCompilation) {
             throw std::regex_error(std::regex_constants::error_space);

@@ -49,7 +49,7 @@ private:
     bool m_done;
 };
 
-class FileSequenceUtilsDirectory : public testing::Test {
+class FileSequenceUtilsContractDirectory : public testing::Test {
 protected:
     void SetUp() override {
         std::string pattern = testing::TempDir() + "/orlXXXXXX";
@@ -118,7 +118,7 @@ protected:
 
 // getSequencesInDirectory
 
-TEST_F(FileSequenceUtilsDirectory, GivesTheSequencesOfItsFilesHiddenOnesIncluded) {
+TEST_F(FileSequenceUtilsContractDirectory, GivesTheSequencesOfItsFilesHiddenOnesIncluded) {
     makeFiles({"shot.1001.exr", "shot.1002.exr", "notes.txt", ".hidden.1", ".hidden.2", ".profile", "-1"});
     expectFound({"shot.%04d.exr", "notes.txt", ".hidden.%01d", ".profile", "-1"});
     expectFound({"shot.%04d.exr", "notes.txt", ".hidden.%01d", ".profile", "-1"}, m_path + "/");
@@ -126,7 +126,7 @@ TEST_F(FileSequenceUtilsDirectory, GivesTheSequencesOfItsFilesHiddenOnesIncluded
     expectFound({}, m_path, "tif$");
 }
 
-TEST_F(FileSequenceUtilsDirectory, GivesItsResultsInTheOrderOfItsListing) {
+TEST_F(FileSequenceUtilsContractDirectory, GivesItsResultsInTheOrderOfItsListing) {
     for (int i = 0; i < 60; ++i) {
         makeFiles({"name" + std::string(static_cast<std::size_t>(1 + i * 7 % 60), 'x')});
     }
@@ -139,7 +139,7 @@ TEST_F(FileSequenceUtilsDirectory, GivesItsResultsInTheOrderOfItsListing) {
     EXPECT_EQ(found, listed);
 }
 
-TEST_F(FileSequenceUtilsDirectory, MayBeALinkToOneOrARelativePath) {
+TEST_F(FileSequenceUtilsContractDirectory, MayBeALinkToOneOrARelativePath) {
     makeFiles({"a.1", "a.2"});
     ASSERT_EQ(::symlink("in", (m_root + "/link").c_str()), 0);
     expectFound({"a.%01d"}, m_root + "/link");
@@ -150,14 +150,14 @@ TEST_F(FileSequenceUtilsDirectory, MayBeALinkToOneOrARelativePath) {
     expectFound({"a.%01d"}, "in");
 }
 
-TEST_F(FileSequenceUtilsDirectory, WithoutAFileHasNoNames) {
+TEST_F(FileSequenceUtilsContractDirectory, WithoutAFileHasNoNames) {
     expectFailure(Status::kNoFilenamesFound, m_path);
     fs::create_directory(at("a.1"));
     fs::create_directory(at("a.2"));
     expectFailure(Status::kNoFilenamesFound, m_path);
 }
 
-TEST_F(FileSequenceUtilsDirectory, IsNotFoundWhereThePathLeadsToNone) {
+TEST_F(FileSequenceUtilsContractDirectory, IsNotFoundWhereThePathLeadsToNone) {
     makeFiles({"file"});
     link("nowhere", "dangling");
     link("there", "here");
@@ -174,14 +174,14 @@ TEST_F(FileSequenceUtilsDirectory, IsNotFoundWhereThePathLeadsToNone) {
     expectFailure(Status::kDirectoryNotFound, std::string(1 << 20, '/') + "missing-here");
 }
 
-TEST_F(FileSequenceUtilsDirectory, IsLookedForBeforeTheFilterIs) {
+TEST_F(FileSequenceUtilsContractDirectory, IsLookedForBeforeTheFilterIs) {
     expectFailure(Status::kDirectoryNotFound, at("missing"), "(");
     expectFailure(Status::kNoFilenamesFound, m_path, "(");
     makeFiles({"a.1"});
     expectFailure(Status::kRegexException, m_path, "(");
 }
 
-TEST_F(FileSequenceUtilsDirectory, PassesOverWhatIsNoRegularFile) {
+TEST_F(FileSequenceUtilsContractDirectory, PassesOverWhatIsNoRegularFile) {
     makeFiles({"a.1", "a.2"});
     fs::create_directory(at("a.3"));
     ASSERT_EQ(::mkfifo(at("a.4").c_str(), 0644), 0);
@@ -208,7 +208,7 @@ TEST_F(FileSequenceUtilsDirectory, PassesOverWhatIsNoRegularFile) {
     ::close(socket);
 }
 
-TEST_F(FileSequenceUtilsDirectory, CountsALinkToARegularFileByTheNameOfTheLink) {
+TEST_F(FileSequenceUtilsContractDirectory, CountsALinkToARegularFileByTheNameOfTheLink) {
     std::ofstream(m_root + "/elsewhere") << "x";
     link("../elsewhere", "a.1");
     link("a.1", "a.2");
@@ -216,7 +216,7 @@ TEST_F(FileSequenceUtilsDirectory, CountsALinkToARegularFileByTheNameOfTheLink) 
     expectName("a.%01d", at("a.1"));
 }
 
-TEST_F(FileSequenceUtilsDirectory, ThatMayNotBeReadHasNoNames) {
+TEST_F(FileSequenceUtilsContractDirectory, ThatMayNotBeReadHasNoNames) {
     makeFiles({"a.1", "a.2"});
     ASSERT_EQ(::chmod(m_path.c_str(), 0311), 0);
     Unprivileged const somebody;
@@ -227,7 +227,7 @@ TEST_F(FileSequenceUtilsDirectory, ThatMayNotBeReadHasNoNames) {
     expectNoName(Status::kNoFilenamesFound, at("a.1"));
 }
 
-TEST_F(FileSequenceUtilsDirectory, ThatMayNotBeSearchedHasNoNames) {
+TEST_F(FileSequenceUtilsContractDirectory, ThatMayNotBeSearchedHasNoNames) {
     makeFiles({"a.1", "a.2"});
     ASSERT_EQ(::chmod(m_path.c_str(), 0744), 0);
     if (geteuid() != 0) {
@@ -241,7 +241,7 @@ TEST_F(FileSequenceUtilsDirectory, ThatMayNotBeSearchedHasNoNames) {
     expectNoName(Status::kFileNotFound, at("a.1"));
 }
 
-TEST_F(FileSequenceUtilsDirectory, BehindOneThatMayNotBeSearchedIsNotFound) {
+TEST_F(FileSequenceUtilsContractDirectory, BehindOneThatMayNotBeSearchedIsNotFound) {
     fs::create_directory(at("inner"));
     makeFiles({"inner/a.1"});
     ASSERT_EQ(::chmod(m_path.c_str(), 0400), 0);
@@ -253,23 +253,23 @@ TEST_F(FileSequenceUtilsDirectory, BehindOneThatMayNotBeSearchedIsNotFound) {
     expectNoName(Status::kFileNotFound, at("inner/a.1"));
 }
 
-TEST_F(FileSequenceUtilsDirectory, GivesItsNamesInNormalFormD) {
+TEST_F(FileSequenceUtilsContractDirectory, GivesItsNamesInNormalFormD) {
     makeFiles({"caf\xc3\xa9.1", "cafe\xcc\x81.2", "\xc3\x85", "\xea\xb0\x80.txt"});
     expectFound({"cafe\xcc\x81.%01d", "A\xcc\x8a", "\xe1\x84\x80\xe1\x85\xa1.txt"});
 }
 
-TEST_F(FileSequenceUtilsDirectory, LeavesANameThatFillsTheEstimateOfItsNormalForm) {
+TEST_F(FileSequenceUtilsContractDirectory, LeavesANameThatFillsTheEstimateOfItsNormalForm) {
     // Two characters of three bytes each, and no room for an end.
     makeFiles({"\xea\xb0\x80"});
     expectFound({"\xea\xb0\x80"});
 }
 
-TEST_F(FileSequenceUtilsDirectory, LeavesNamesThatAreNoUtf8) {
+TEST_F(FileSequenceUtilsContractDirectory, LeavesNamesThatAreNoUtf8) {
     makeFiles({"\xff.1", "\xff.2", "\xc3\xa9\xff", "\x80", "caf\xc3"});
     expectFound({"\xff.%01d", "\xc3\xa9\xff", "\x80", "caf\xc3"});
 }
 
-TEST_F(FileSequenceUtilsDirectory, HoldsNamesWithEveryByteThatAFileNameMayHave) {
+TEST_F(FileSequenceUtilsContractDirectory, HoldsNamesWithEveryByteThatAFileNameMayHave) {
     std::string every;
     for (int byte = 1; byte < 256; ++byte) {
         if (byte != '/' && byte != '\\' && !(byte >= '0' && byte <= '9') && byte < 0x80) {
@@ -280,7 +280,7 @@ TEST_F(FileSequenceUtilsDirectory, HoldsNamesWithEveryByteThatAFileNameMayHave) 
     expectFound({every + "%01d", "a\nb", std::string(255, 'x')});
 }
 
-TEST_F(FileSequenceUtilsDirectory, IsReadWhileFilesComeAndGo) {
+TEST_F(FileSequenceUtilsContractDirectory, IsReadWhileFilesComeAndGo) {
     TimeLimit const limit("a directory that changes");
     makeFiles({"steady.1", "steady.2"});
     std::atomic<bool> done{false};
@@ -303,7 +303,7 @@ TEST_F(FileSequenceUtilsDirectory, IsReadWhileFilesComeAndGo) {
     changer.join();
 }
 
-TEST_F(FileSequenceUtilsDirectory, MayVanishWhileItIsRead) {
+TEST_F(FileSequenceUtilsContractDirectory, MayVanishWhileItIsRead) {
     TimeLimit const limit("a directory that vanishes");
     std::atomic<bool> done{false};
     std::string const path = at("vanishing");
@@ -336,7 +336,7 @@ TEST_F(FileSequenceUtilsDirectory, MayVanishWhileItIsRead) {
 
 // getSequenceName
 
-TEST_F(FileSequenceUtilsDirectory, TellsTheSequenceOfAFileWithoutTheDirectory) {
+TEST_F(FileSequenceUtilsContractDirectory, TellsTheSequenceOfAFileWithoutTheDirectory) {
     makeFiles(
         {"shot.1001.exr", "shot.1002.exr", "shot.00003.exr", "shot.-1.exr", "other.7.exr", "readme.txt"});
     expectName("shot.%02d.exr", at("shot.1001.exr"));
@@ -345,7 +345,7 @@ TEST_F(FileSequenceUtilsDirectory, TellsTheSequenceOfAFileWithoutTheDirectory) {
     expectName("shot.%02d.exr", m_root + "//in/../in/./shot.1002.exr");
 }
 
-TEST_F(FileSequenceUtilsDirectory, TellsTheOwnNameOfAFileThatIsAloneInItsFamily) {
+TEST_F(FileSequenceUtilsContractDirectory, TellsTheOwnNameOfAFileThatIsAloneInItsFamily) {
     makeFiles({"shot.1001.exr", "shot.1002.exr", "other.7.exr", "readme.txt", "2019-03-21 at 10.22.33",
                "2019-03-21 at 10.22.34"});
     expectName("shot.%04d.exr", at("shot.1001.exr"));
@@ -355,7 +355,7 @@ TEST_F(FileSequenceUtilsDirectory, TellsTheOwnNameOfAFileThatIsAloneInItsFamily)
     expectName("2019-03-21 at 10.22.34", at("2019-03-21 at 10.22.34"));
 }
 
-TEST_F(FileSequenceUtilsDirectory, FindsNoParentForABareName) {
+TEST_F(FileSequenceUtilsContractDirectory, FindsNoParentForABareName) {
     makeFiles({"shot.1001.exr", "shot.1002.exr"});
     fs::current_path(m_path);
     expectNoName(Status::kDirectoryNotFound, "shot.1001.exr");
@@ -363,7 +363,7 @@ TEST_F(FileSequenceUtilsDirectory, FindsNoParentForABareName) {
     expectNoName(Status::kFileNotFound, "missing.exr");
 }
 
-TEST_F(FileSequenceUtilsDirectory, TellsNoNameOfWhatIsNoRegularFile) {
+TEST_F(FileSequenceUtilsContractDirectory, TellsNoNameOfWhatIsNoRegularFile) {
     makeFiles({"a.1", "a.2"});
     fs::create_directory(at("folder"));
     ASSERT_EQ(::mkfifo(at("fifo").c_str(), 0644), 0);
@@ -389,14 +389,14 @@ TEST_F(FileSequenceUtilsDirectory, TellsNoNameOfWhatIsNoRegularFile) {
     expectNoName(Status::kFileNotFound, std::string(1 << 20, 'x'));
 }
 
-TEST_F(FileSequenceUtilsDirectory, WorksOnTheNormalFormOfTheWholePath) {
+TEST_F(FileSequenceUtilsContractDirectory, WorksOnTheNormalFormOfTheWholePath) {
     makeFiles({"cafe\xcc\x81.1", "cafe\xcc\x81.2"});
     expectName("cafe\xcc\x81.%01d", at("caf\xc3\xa9.1"));
     expectName("cafe\xcc\x81.%01d", at("cafe\xcc\x81.2"));
 }
 
 #ifdef __linux__ // whose file names are bytes, so that the normal form of a name is another name
-TEST_F(FileSequenceUtilsDirectory, FindsNoFileThatIsStoredInAnotherNormalForm) {
+TEST_F(FileSequenceUtilsContractDirectory, FindsNoFileThatIsStoredInAnotherNormalForm) {
     makeFiles({"caf\xc3\xa9.1"});
     expectNoName(Status::kFileNotFound, at("caf\xc3\xa9.1"));
     fs::create_directory(at("\xc3\xa9"));
@@ -405,7 +405,7 @@ TEST_F(FileSequenceUtilsDirectory, FindsNoFileThatIsStoredInAnotherNormalForm) {
 }
 #endif
 
-TEST_F(FileSequenceUtilsDirectory, TakesOnlyTheFirstOfTwoFrameSymbolsForAFrame) {
+TEST_F(FileSequenceUtilsContractDirectory, TakesOnlyTheFirstOfTwoFrameSymbolsForAFrame) {
     makeFiles({"a%d.1", "a%d.2"});
     expectFound({"a%d.%01d"});
     expectNoName(Status::kNoSuitableSequenceNameFound, at("a%d.1"));
@@ -413,7 +413,7 @@ TEST_F(FileSequenceUtilsDirectory, TakesOnlyTheFirstOfTwoFrameSymbolsForAFrame) 
     expectFound({"a%d.%01d", "a7.%01d"});
 }
 
-TEST_F(FileSequenceUtilsDirectory, TakesASingleNameWithAFrameSymbolForASequenceToo) {
+TEST_F(FileSequenceUtilsContractDirectory, TakesASingleNameWithAFrameSymbolForASequenceToo) {
     makeFiles({"a%d", "a7"});
     Names listed;
     for (auto const& entry : fs::directory_iterator(m_path)) {
@@ -424,7 +424,7 @@ TEST_F(FileSequenceUtilsDirectory, TakesASingleNameWithAFrameSymbolForASequenceT
     expectName(listed[0], at("a7"));
 }
 
-TEST_F(FileSequenceUtilsDirectory, TellsNoNameOfAFileThatLosesABackslash) {
+TEST_F(FileSequenceUtilsContractDirectory, TellsNoNameOfAFileThatLosesABackslash) {
     makeFiles({"a\\b"});
     expectFound({"ab"});
     expectNoName(Status::kNoSuitableSequenceNameFound, at("a\\b"));
@@ -432,7 +432,7 @@ TEST_F(FileSequenceUtilsDirectory, TellsNoNameOfAFileThatLosesABackslash) {
     expectNoName(Status::kNoSuitableSequenceNameFound, at("a\\.1"));
 }
 
-TEST_F(FileSequenceUtilsDirectory, TakesAPathForNoMoreThanItsBytesSay) {
+TEST_F(FileSequenceUtilsContractDirectory, TakesAPathForNoMoreThanItsBytesSay) {
     makeFiles({"a.1", "a.2"});
     // Whether a path with a NUL leads to a file is the file system's to say; no name of the directory has
     // one.
