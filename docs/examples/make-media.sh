@@ -9,12 +9,14 @@ set -euo pipefail
 folder=${1:?usage: make-media.sh FOLDER}
 mkdir -p "$folder"
 
-# make FILE SOURCE [FFMPEG OPTION ...]: two seconds of a test picture, unless the file is there.
+# make FILE SOURCE [FFMPEG OPTION ...]: two seconds of a test picture, unless the file is there. Whatever stops this,
+# no file is left half made.
 make() {
-    local file=$folder/$1 source=$2
+    local file=$folder/$1 part=$folder/.part.$1 source=$2
     shift 2
     [ ! -e "$file" ] || return 0
-    ffmpeg -nostdin -loglevel error -f lavfi -i "$source" "$@" -y "$file"
+    ffmpeg -nostdin -loglevel error -f lavfi -i "$source" "$@" -y "$part"
+    mv "$part" "$file"
 }
 
 tone=(-f lavfi -i "sine=frequency=440:sample_rate=48000:duration=2")

@@ -25,7 +25,7 @@ public:
         m_frames.push_back(FrameNotation::frameOf(m_names[index].substr(frame.position, frame.length)));
     }
 
-    void addName(std::size_t index) override { add(std::string(m_names[index])); }
+    void addName(std::size_t /*index*/, std::string_view name) override { add(std::string(name)); }
     void addText(std::string const& text) override { add(text); }
 
     std::vector<FoundSequence> found;
