@@ -191,8 +191,13 @@ public:
         --*this;
         return old;
     }
-    friend bool operator==(Place const& left, Place const& right) { return left.m_place == right.m_place; }
-    friend bool operator!=(Place const& left, Place const& right) { return left.m_place != right.m_place; }
+    // Of these two, each standard library uses another.
+    [[maybe_unused]] friend bool operator==(Place const& left, Place const& right) {
+        return left.m_place == right.m_place;
+    }
+    [[maybe_unused]] friend bool operator!=(Place const& left, Place const& right) {
+        return left.m_place != right.m_place;
+    }
 
     char const* get() const { return m_place; }
 
