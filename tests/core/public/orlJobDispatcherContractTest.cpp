@@ -467,6 +467,85 @@ TEST(JobDispatcherHoldingContract, AJobMayUseTheDispatcherWhileItIsDestroyed) {
     EXPECT_EQ(2, ended);
 }
 
+// Whoever else wants the next job has it: a worker takes none before it has let go of the last.
+
+TEST(JobDispatcherHoldingContract, AJobMayWithdrawTheNextOneWhileItIsDestroyed) {
+    TimeLimit const limit("a job that ends with a withdrawal");
+    Journal journal;
+    JobDispatcher dispatcher(1);
+    {
+        Blocker const blocker(dispatcher);
+        JobPtr const next = job([&] { journal.note('n'); });
+        int const id = next->getId();
+        std::shared_ptr<void> const words(nullptr, [&, id](void*) {
+            journal.note('w');
+            dispatcher.removeJob(id);
+        });
+        dispatcher.addJob(job([words] {}));
+        dispatcher.addJob(next);
+    }
+    dispatcher.stop();
+    EXPECT_EQ("w", journal.text());
+}
+
+TEST(JobDispatcherHoldingContract, AJobMayMoveAnotherBeforeTheNextOneWhileItIsDestroyed) {
+    TimeLimit const limit("a job that ends with a move");
+    Journal journal;
+    JobDispatcher dispatcher(1);
+    {
+        Blocker const blocker(dispatcher);
+        JobPtr const last = job([&] { journal.note('l'); });
+        int const id = last->getId();
+        std::shared_ptr<void> const words(nullptr, [&, id](void*) { dispatcher.prioritizeJob(id); });
+        dispatcher.addJob(job([words] {}));
+        dispatcher.addJob(job([&] { journal.note('n'); }));
+        dispatcher.addJob(last);
+    }
+    dispatcher.stop();
+    EXPECT_EQ("ln", journal.text());
+}
+
+TEST(JobDispatcherHoldingContract, AJobMayWaitForTheNextOneWhileItIsDestroyedIfThereIsAnotherWorker) {
+    TimeLimit const limit("a job that ends with a wait");
+    Journal journal;
+    JobDispatcher dispatcher(2);
+    {
+        Blocker const first(dispatcher);
+        Blocker const second(dispatcher);
+        JobPtr const next = job([&] { journal.note('n'); });
+        int const id = next->getId();
+        std::shared_ptr<void> const words(nullptr, [&, id](void*) {
+            dispatcher.waitJob(id);
+            journal.note('w');
+        });
+        dispatcher.addJob(job([words] {}));
+        dispatcher.addJob(next);
+    }
+    dispatcher.stop();
+    EXPECT_EQ("nw", journal.text());
+}
+
+TEST(JobDispatcherHoldingContract, AJobThatIsDestroyedAfterItRanIsNeitherRunningNorHere) {
+    TimeLimit const limit("a job that ends with a wait for itself");
+    Journal journal;
+    JobDispatcher dispatcher(1);
+    {
+        Blocker const blocker(dispatcher);
+        int const id = nextId();
+        std::shared_ptr<void> const words(nullptr, [&, id](void*) {
+            dispatcher.wait();
+            dispatcher.waitJob(id);
+            journal.note('w');
+        });
+        JobPtr const first = job([words] {});
+        ASSERT_EQ(id, first->getId());
+        dispatcher.addJob(first);
+        dispatcher.addJob(job([&] { journal.note('n'); }, id));
+    }
+    dispatcher.stop();
+    EXPECT_EQ("wn", journal.text());
+}
+
 // The threads
 
 struct Step {
