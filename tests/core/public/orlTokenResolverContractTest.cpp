@@ -11,8 +11,6 @@
 
 #include <functional>
 #include <memory>
-#include <new>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
