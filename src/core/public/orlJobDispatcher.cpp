@@ -146,13 +146,10 @@ void JobDispatcher::Imp::work(std::size_t index) {
     std::string const name = m_name + "#" + std::to_string(index + 1);
     Platform::setThreadName(String(name.data(), name.size())); // too long a name is none
 
-    // A worker that goes from job to job takes the lock once for each: to tell that one has ended, and to
-    // take the next.
-    SharedPtr<JobBase> ended;
     std::unique_lock<std::mutex> lock(m_lock);
     for (;;) {
         SharedPtr<JobBase> job = m_jobs.take();
-        if (!job && !ended) {
+        if (!job) {
             if (m_jobs.waitingCount() != 0) {
                 // Each of them waits for another: look again, but let others have the lock.
                 lock.unlock();
@@ -166,19 +163,16 @@ void JobDispatcher::Imp::work(std::size_t index) {
             continue;
         }
         lock.unlock();
-        if (ended) {
-            m_ended.notify_all();
-            ended.reset();
-        }
-        if (job) {
-            job->run();
-        }
+        job->run();
         lock.lock();
-        if (job) {
-            m_jobs.finish(job->getId());
-            m_pauses += m_jobs.runningCount() == 0;
-            ended.swap(job);
-        }
+        m_jobs.finish(job->getId());
+        m_pauses += m_jobs.runningCount() == 0;
+        lock.unlock();
+        m_ended.notify_all();
+        // Before another is taken, at the price of the lock: the destructor may withdraw, move or wait for
+        // whatever is next.
+        job.reset();
+        lock.lock();
     }
 }
 

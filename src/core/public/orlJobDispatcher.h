@@ -42,6 +42,9 @@ namespace ORL_0_81 {
 /// thread, and from within a job. start(), stop(), resize() and the destructor are for one thread at a time,
 /// and never for a job. No lock is held while a job runs, or while one is destroyed.
 ///
+/// A worker releases a job that has run before it takes the next, and after those who wait for it were told.
+/// So a job's destructor may call whatever a job may; to wait for a queued job it takes another worker.
+///
 /// **Cost.** Adding a job, taking it from the head and finding one by its id do not depend on how many wait,
 /// but for a job with a prerequisite, or an id out of the order of adding: there by the logarithm.
 class ORL_CORE_EXPORT JobDispatcher {
