@@ -90,8 +90,9 @@ public:
     ///     malformed filter. `sequences` is empty after a failure.
     ///
     /// About linear in the length of all names; a name with a backslash that is not single costs a pass of
-    /// its own. Runs on the caller's thread but for a filter that needs more stack than callers have: that
-    /// waits for a thread of its own.
+    /// its own. Runs on the caller's thread, but for expressions and patterns that need more stack than
+    /// callers have: those wait for a thread of their own. A name of 4 GB or more, or as many places for
+    /// frames in all, throws `std::length_error`.
     static Status getSequencesInFileList(List<String> const& names, Vector<String>& sequences,
                                          String const& filter);
 
