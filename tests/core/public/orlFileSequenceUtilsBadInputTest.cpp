@@ -27,8 +27,10 @@ constexpr std::size_t MEGABYTE = 1 << 20;
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || !defined(NDEBUG)
 constexpr std::size_t SMALL_STACK = 512 << 10; // their frames are larger
+constexpr std::size_t DEEP = 3000;             // and slower
 #else
 constexpr std::size_t SMALL_STACK = 128 << 10;
+constexpr std::size_t DEEP = 20000;
 #endif
 constexpr std::chrono::seconds PATIENCE(240);
 
@@ -160,7 +162,7 @@ TEST_P(FileSequenceUtilsBadInput, FrameSymbolsOfAMegabyteAreSeenAndRemoved) {
 
 TEST_P(FileSequenceUtilsBadInput, LongNamesWithBackslashesCostTheOthersNothing) {
     for (std::string const part : {"\\.", "\\", "\\(", "\\.a", "\\[", "\\d", "\\*", "\\\\", "a\\|"}) {
-        for (std::size_t const size : {std::size_t{2000}, std::size_t{30000}, MEGABYTE}) {
+        for (std::size_t const size : {DEEP, MEGABYTE}) {
             std::string const text = repeated(part, size / part.size());
             Outcome const outcome = find({"b.1", text + "1", text + "2", "c.1", "b.2", "1" + text, "c.2"});
             EXPECT_STREQ(outcome.status.getStr(), "kSuccess") << part;
@@ -247,8 +249,8 @@ TEST_P(FileSequenceUtilsBadInput, AFilterOfAnySizeCompilesOrFails) {
         {"a long text", std::string(MEGABYTE, 'a'), true},
         {"repetitions", "((a{1000}){1000}){1000}", true},
         {"a repetition", "a{100000000}", true},
-        {"a repetition beyond numbers", "a{99999999999999999999}", false},
-        {"a reference beyond numbers", "(a)\\99999999999999999999", false},
+        {"a repetition beyond numbers", "a{99999999999999999999}", true},
+        {"a reference beyond numbers", "(a)\\99999999999999999999", true},
         {"NUL", std::string("a\0b", 3), true},
         {"no UTF-8", "\xff\xfe", true}};
     for (Row const& row : rows) {
