@@ -111,7 +111,7 @@ private:
 void BareListing(benchmark::State& state, Directory const& directory) {
     for (auto _ : state) {
         DIR* const open = opendir(directory.path().c_str());
-        while (dirent const* const entry = readdir(open)) { // NOLINT(concurrency-mt-unsafe)
+        while (dirent const* const entry = readdir(open)) {
             benchmark::DoNotOptimize(entry->d_name[0]);
         }
         closedir(open);

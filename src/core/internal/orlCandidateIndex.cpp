@@ -15,10 +15,10 @@ using Key = FrameScanner::Key;
 
 // Places are dealt out to buckets by their keys while they are found, so that each bucket can be grouped
 // within a core's own cache however many names there are. About this many are to be in one.
-constexpr std::size_t BUCKET_SIZE = 4096;
+constexpr std::size_t BUCKET_SIZE = 2048;
 constexpr unsigned int MAX_BUCKET_BITS = 12; // more, and the dealing out suffers
 
-// How far ahead of its use memory is asked for, step by step: the names of a group may stand anywhere.
+// How far ahead of its use memory is asked for, step by step.
 constexpr CandidateIndex::Index AHEAD = 8;
 
 void prefetch(void const* address) { __builtin_prefetch(address); }
@@ -289,13 +289,18 @@ CandidateIndex::Index CandidateIndex::count(Index index, std::size_t field, Span
     return group->unclaimed;
 }
 
-// Drops the places of claimed names from a group, and those that only look like the name's.
-void CandidateIndex::check(Index group, Index index, Span const& span) {
-    Group& checked = m_groups[group];
-    Index* const members = m_members.data() + checked.first;
-    std::vector<Index> strangers;
-    Index kept = 0;
-    Index const size = checked.size;
+// The names of a group can stand anywhere, so their memory is asked for some members ahead: a member's place,
+// then its name, then what the caller wants of the name.
+template <class AskFor, class Visit>
+void CandidateIndex::forEachMember(Group const& group, AskFor const& askFor, Visit const& visit) {
+    Index const* const members = m_members.data() + group.first;
+    Index const size = group.size;
+    if (size <= AHEAD) {
+        for (Index i = 0; i < size; ++i) {
+            visit(members[i]);
+        }
+        return;
+    }
     for (Index ahead = 0; ahead < size + 3 * AHEAD; ++ahead) {
         if (ahead < size) {
             prefetch(&m_places[members[ahead]]);
@@ -304,22 +309,32 @@ void CandidateIndex::check(Index group, Index index, Span const& span) {
             prefetch(&m_names[m_places[members[ahead - AHEAD]].name]);
         }
         if (ahead >= 2 * AHEAD && ahead - 2 * AHEAD < size) {
-            prefetch(m_names[m_places[members[ahead - 2 * AHEAD]].name].text);
+            askFor(m_names[m_places[members[ahead - 2 * AHEAD]].name]);
         }
-        if (ahead < 3 * AHEAD) {
-            continue;
+        if (ahead >= 3 * AHEAD) {
+            visit(members[ahead - 3 * AHEAD]);
         }
-        Index const member = members[ahead - 3 * AHEAD];
+    }
+}
+
+// Drops the places of claimed names from a group, and those that only look like the name's.
+void CandidateIndex::check(Index group, Index index, Span const& span) {
+    Group& checked = m_groups[group];
+    Index* const members = m_members.data() + checked.first;
+    std::vector<Index> strangers;
+    Index kept = 0;
+    auto const askForText = [this](Name const& name) { prefetch(name.text); };
+    forEachMember(checked, askForText, [&](Index member) {
         Place const& place = m_places[member];
         if (isClaimed(place.name)) {
-            continue;
+            return;
         }
         if (checked.isChecked || fits(place, index, span)) {
             members[kept++] = member;
         } else {
             strangers.push_back(member);
         }
-    }
+    });
     checked.size = checked.unclaimed = kept;
     checked.isChecked = true;
     if (!strangers.empty()) {
@@ -410,24 +425,11 @@ std::size_t CandidateIndex::claimAll(Index index, std::size_t field, Span const&
         m_runs[group->runs].reset();
         group->runs = NONE;
     }
-    Index const* const members = m_members.data() + group->first;
     std::size_t const around = m_names[index].size - span.length;
     std::size_t narrowest = span.length;
-    Index const size = group->size;
-    for (Index ahead = 0; ahead < size + 3 * AHEAD; ++ahead) {
-        if (ahead < size) {
-            prefetch(&m_places[members[ahead]]);
-        }
-        if (ahead >= AHEAD && ahead - AHEAD < size) {
-            prefetch(&m_names[m_places[members[ahead - AHEAD]].name]);
-        }
-        if (ahead >= 2 * AHEAD && ahead - 2 * AHEAD < size) {
-            prefetch(&m_memberships[m_names[m_places[members[ahead - 2 * AHEAD]].name].firstPlace]);
-        }
-        if (ahead < 3 * AHEAD) {
-            continue;
-        }
-        Index const other = m_places[members[ahead - 3 * AHEAD]].name;
+    auto const askForPlaces = [this](Name const& name) { prefetch(&m_memberships[name.firstPlace]); };
+    forEachMember(*group, askForPlaces, [&](Index member) {
+        Index const other = m_places[member].name;
         if (!isClaimed(other)) {
             narrowest = std::min<std::size_t>(narrowest, m_names[other].size - around);
             claim(other);
@@ -435,7 +437,7 @@ std::size_t CandidateIndex::claimAll(Index index, std::size_t field, Span const&
                 claimed->push_back(other);
             }
         }
-    }
+    });
     return narrowest;
 }
 

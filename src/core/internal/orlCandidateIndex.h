@@ -129,6 +129,8 @@ private:
 
     Group* groupOf(Index index, std::size_t field);
     void leaveGroup(Index place);
+    template <class AskFor, class Visit>
+    void forEachMember(Group const& group, AskFor const& askFor, Visit const& visit);
     void check(Index group, Index index, Span const& span);
     bool fits(Place const& place, Index index, Span const& span);
     void splitOff(std::vector<Index> const& places);

@@ -59,7 +59,7 @@ void listRegularFiles(std::string const& path, NameReceiver& receiver) {
     for (;;) {
         errno = 0;
         // Only concurrent reads of one and the same stream would need the other form of this call.
-        dirent const* const entry = readdir(directory.get()); // NOLINT(concurrency-mt-unsafe)
+        dirent const* const entry = readdir(directory.get());
         if (!entry) {
             if (errno != 0 && errno != EACCES) {
                 fail(path, errno);

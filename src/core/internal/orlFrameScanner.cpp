@@ -61,7 +61,7 @@ Key hashLiteral(char const* text, std::size_t length) {
 // Of digits, given as a polynomial: each counts by how far it is from the last.
 Key hashDigits(Key polynomial, std::size_t count) { return mix(polynomial ^ DIGITS, count ^ LENGTH); }
 
-Key valueOf(char digit) { return static_cast<Key>(digit - '0' + 1); }
+Key valueOf(char digit) { return static_cast<unsigned char>(digit - '0') + Key{1}; }
 
 Key hashChunk(std::string_view digits) {
     Key polynomial = 0;

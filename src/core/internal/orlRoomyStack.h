@@ -15,7 +15,7 @@ class RoomyStack {
 public:
     /// How much stack a caller's thread is trusted to have left, in bytes. Threads of half a megabyte are not
     /// rare.
-    static constexpr std::size_t CALLERS_ROOM = 96 * 1024;
+    static constexpr std::size_t CALLERS_ROOM = std::size_t{96} << 10;
 
     /// Calls the task on a roomy stack and waits for it; directly, if the calling thread is on one.
     ///

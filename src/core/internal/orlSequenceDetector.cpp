@@ -243,10 +243,13 @@ void SequenceDetector::addSingle(Index index) {
 }
 
 void SequenceDetector::addSequence(std::string_view before, std::size_t width, std::string_view after) {
-    std::string text(before);
+    std::string text;
+    text.reserve(before.size() + after.size() + 8);
+    text += before;
     text += FrameNotation::frameSymbol(width);
     text += after;
-    m_results.addText(FrameNotation::withoutBackslashes(text));
+    text.erase(std::remove(text.begin(), text.end(), ESCAPE), text.end());
+    m_results.addText(text);
 }
 
 } // namespace ORL_0_81
