@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 #include <locale>
 
 namespace ORL_0_81 {
@@ -246,6 +247,47 @@ bool matchOnce(std::regex const& regex, std::string_view text, std::size_t steps
     return true;
 }
 
+// Whether the digits at a position make a number that an int cannot hold; the position moves behind them.
+bool isBeyondInt(std::string_view pattern, std::size_t& position) {
+    long long number = 0;
+    for (; position < pattern.size() && FrameNotation::isDigit(pattern[position]); ++position) {
+        number = std::min(number * 10 + (pattern[position] - '0'), (1LL << 31));
+    }
+    return number > std::numeric_limits<int>::max();
+}
+
+// Whether a repeat or a back reference has a number that an int cannot hold. Engines cut it to one that they can
+// hold, or overflow.
+bool holdsUncountable(std::string_view pattern) {
+    bool isInBrackets = false;
+    for (std::size_t i = 0; i < pattern.size();) {
+        char const c = pattern[i++];
+        if (c == '\\') {
+            if (isBeyondInt(pattern, i)) {
+                return true;
+            }
+            // What is escaped means itself; of digits there are none left.
+            if (i < pattern.size() && pattern[i - 1] == '\\') {
+                ++i;
+            }
+        } else if (isInBrackets) {
+            isInBrackets = c != ']';
+        } else if (c == '[') {
+            isInBrackets = true;
+        } else if (c == '{') {
+            while (i < pattern.size() && (pattern[i] == ',' || FrameNotation::isDigit(pattern[i]))) {
+                if (isBeyondInt(pattern, i)) {
+                    return true;
+                }
+                if (i < pattern.size() && pattern[i] == ',') {
+                    ++i;
+                }
+            }
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 bool GuardedRegex::isWild(std::string_view pattern) {
@@ -260,6 +302,9 @@ GuardedRegex::GuardedRegex(std::string_view pattern)
     : m_pattern(pattern), m_needsRoom(isWild(pattern)), m_canGoSideBySide(HAS_SIDE_BY_SIDE) {
     if (m_pattern.size() > MAX_PATTERN) {
         giveUp(std::regex_constants::error_space);
+    }
+    if (holdsUncountable(m_pattern)) {
+        giveUp(std::regex_constants::error_badbrace);
     }
     if (m_needsRoom) {
         runRoomy([this] { compile(); });

@@ -10,8 +10,21 @@ namespace ORL_0_81 {
 
 namespace {
 
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define ORL_HAS_ADDRESS_SANITIZER
+#endif
+#elif defined(__SANITIZE_ADDRESS__)
+#define ORL_HAS_ADDRESS_SANITIZER
+#endif
+
 // Where there is an address limit the smaller ones may still be had.
+#ifdef ORL_HAS_ADDRESS_SANITIZER
+// The sanitizer does not clean up behind an exception on a stack of more than 64 MiB.
+constexpr std::size_t SIZES[] = {std::size_t{48} << 20, std::size_t{16} << 20};
+#else
 constexpr std::size_t SIZES[] = {std::size_t{256} << 20, std::size_t{64} << 20, std::size_t{16} << 20};
+#endif
 
 // For the frames that are on the stack already, and those of functions that the measured one calls.
 constexpr std::size_t RESERVE = std::size_t{1} << 20;

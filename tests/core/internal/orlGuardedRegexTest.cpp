@@ -182,4 +182,19 @@ TEST(RoomyStack, HasRoomForWhatTheCallersHaveNot) {
     EXPECT_FALSE(RoomyStack::isHere());
 }
 
+TEST(GuardedRegex, RefusesNumbersBeyondCounting) {
+    for (char const* pattern :
+         {"a{2147483648}", "a{4294967297}", "a{1,99999999999999999999}", "a{99999999999999999999,}",
+          "(a)\\4294967297", "(a)\\99999999999999999999", "[\\99999999999]a{99999999999}"}) {
+        EXPECT_THROW(GuardedRegex regex(pattern), std::regex_error) << pattern;
+    }
+}
+
+TEST(GuardedRegex, TakesLargeNumbersThatCountNothing) {
+    EXPECT_TRUE(GuardedRegex("12345678901234567890").search("x12345678901234567890"));
+    EXPECT_TRUE(GuardedRegex("[{99999999999]+x").search("9{x"));
+    EXPECT_TRUE(GuardedRegex("\\{99999999999").search("{99999999999"));
+    EXPECT_TRUE(GuardedRegex("a{1,2}99999999999").search("aa99999999999"));
+}
+
 } // namespace
