@@ -107,7 +107,7 @@ void CandidateIndex::findPlaces(std::vector<std::string_view> const& names, Key 
     m_buckets.resize(std::size_t{1} << m_bucketBits);
     FrameScanner scanner;
     std::vector<FrameScanner::Place> places;
-    std::vector<Key> skeletons;
+    std::vector<Skeleton> skeletons;
     Peculiar peculiar;
     m_names.reserve(names.size() + 1);
     skeletons.reserve(names.size());
@@ -121,13 +121,14 @@ void CandidateIndex::findPlaces(std::vector<std::string_view> const& names, Key 
         if (!scanner.findPlainPlaces(text, places)) {
             continue;
         }
-        skeletons.back() = scanner.skeleton();
+        auto const skeleton = static_cast<Skeleton>(scanner.skeleton());
+        skeletons.back() = skeleton;
         for (FrameScanner::Place const& place : places) {
             Key const key = place.key & mask;
             addPlace(name, place, key);
             if (place.isPeculiar) {
                 peculiar.keys.push_back(key);
-                peculiar.skeletons.push_back(scanner.skeleton());
+                peculiar.skeletons.push_back(skeleton);
             }
         }
     }
@@ -137,7 +138,8 @@ void CandidateIndex::findPlaces(std::vector<std::string_view> const& names, Key 
     }
 }
 
-void CandidateIndex::findHiddenPlaces(Peculiar const& peculiar, std::vector<Key> const& skeletons, Key mask) {
+void CandidateIndex::findHiddenPlaces(Peculiar const& peculiar, std::vector<Skeleton> const& skeletons,
+                                      Key mask) {
     KeySet const wantedKeys(peculiar.keys);
     KeySet const wantedSkeletons(peculiar.skeletons);
     FrameScanner scanner;

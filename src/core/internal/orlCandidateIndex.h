@@ -112,6 +112,9 @@ private:
         bool isAsked; // for its run
     };
 
+    // Half of what the scanner tells is enough to pass over most names.
+    using Skeleton = std::uint32_t;
+
     // The fields that names can fit in hidden places.
     struct Peculiar {
         std::vector<FrameScanner::Key> keys;
@@ -119,7 +122,7 @@ private:
     };
 
     void findPlaces(std::vector<std::string_view> const& names, FrameScanner::Key mask);
-    void findHiddenPlaces(Peculiar const& peculiar, std::vector<FrameScanner::Key> const& skeletons,
+    void findHiddenPlaces(Peculiar const& peculiar, std::vector<Skeleton> const& skeletons,
                           FrameScanner::Key mask);
     void addPlace(Index name, FrameScanner::Place const& place, FrameScanner::Key key);
     Index placeCount() const { return static_cast<Index>(m_places.size()); }

@@ -9,9 +9,11 @@ namespace ORL_0_81 {
 
 namespace {
 
-bool isBefore(FrameRuns::Member const& left, FrameRuns::Member const& right) {
-    return left.frame != right.frame ? left.frame < right.frame : left.id < right.id;
-}
+struct IsBefore {
+    bool operator()(FrameRuns::Member const& left, FrameRuns::Member const& right) const {
+        return left.frame != right.frame ? left.frame < right.frame : left.id < right.id;
+    }
+};
 
 } // namespace
 
@@ -35,8 +37,8 @@ void FrameRuns::Summary::append(Summary const& next) {
 }
 
 FrameRuns::FrameRuns(std::vector<Member> members) : m_members(std::move(members)) {
-    if (!std::is_sorted(m_members.begin(), m_members.end(), isBefore)) {
-        std::sort(m_members.begin(), m_members.end(), isBefore);
+    if (!std::is_sorted(m_members.begin(), m_members.end(), IsBefore())) {
+        std::sort(m_members.begin(), m_members.end(), IsBefore());
     }
     std::size_t const blockCount = (m_members.size() + BLOCK - 1) / BLOCK;
     m_present.assign(blockCount, 0xFFFF);
@@ -55,8 +57,8 @@ FrameRuns::FrameRuns(std::vector<Member> members) : m_members(std::move(members)
 }
 
 void FrameRuns::remove(Member const& member) {
-    auto const found = std::lower_bound(m_members.begin(), m_members.end(), member, isBefore);
-    auto const position = static_cast<std::size_t>(found - m_members.begin());
+    std::size_t const position = find(member);
+    m_next = position + 1;
     std::size_t index = position / BLOCK;
     m_present[index] = static_cast<std::uint16_t>(m_present[index] & ~(1U << position % BLOCK));
     m_summaries[0][index] = summarizeBlock(index);
@@ -64,6 +66,15 @@ void FrameRuns::remove(Member const& member) {
         index /= FAN_OUT;
         m_summaries[level][index] = summarize(m_summaries[level - 1], index);
     }
+}
+
+std::size_t FrameRuns::find(Member const& member) const {
+    if (m_next < m_members.size() && m_members[m_next].frame == member.frame &&
+        m_members[m_next].id == member.id) {
+        return m_next;
+    }
+    auto const found = std::lower_bound(m_members.begin(), m_members.end(), member, IsBefore());
+    return static_cast<std::size_t>(found - m_members.begin());
 }
 
 int FrameRuns::longest() const {

@@ -52,10 +52,12 @@ private:
     static constexpr std::size_t BLOCK = 16;
     static constexpr std::size_t FAN_OUT = 4;
 
+    std::size_t find(Member const& member) const;
     Summary summarizeBlock(std::size_t block) const;
     static Summary summarize(std::vector<Summary> const& parts, std::size_t index);
 
-    std::vector<Member> m_members;        // by frame and id
+    std::vector<Member> m_members; // by frame and id
+    std::size_t m_next = 0; // behind the member that was taken away last: mostly they go one after the other
     std::vector<std::uint16_t> m_present; // a bit for each member, a block in each element
     std::vector<std::vector<Summary>>
         m_summaries; // of the blocks, then of each level above; the last has one
