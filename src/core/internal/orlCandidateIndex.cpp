@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <stdexcept>
 #include <utility>
 
@@ -211,7 +212,7 @@ void CandidateIndex::groupBucket(Bucket const& bucket, std::vector<Index>& table
             } else {
                 auto const first = static_cast<Index>(m_members.size());
                 m_members.resize(m_members.size() + sizes[i]);
-                m_groups.push_back({first, 0, sizes[i], NONE, false, false});
+                m_groups.push_back(makeGroup(first, 0, sizes[i]));
                 sizes[i] = static_cast<Index>(m_groups.size() - 1);
             }
         }
@@ -272,6 +273,10 @@ bool CandidateIndex::mayHavePartners(Index index) const {
         }
     }
     return false;
+}
+
+CandidateIndex::Group CandidateIndex::makeGroup(Index first, Index size, Index unclaimed) {
+    return {first, size, unclaimed, NONE, std::numeric_limits<std::int32_t>::max(), false, false};
 }
 
 CandidateIndex::Group* CandidateIndex::groupOf(Index index, std::size_t field) {
@@ -372,7 +377,7 @@ bool CandidateIndex::fits(Place const& place, Index index, Span const& span) {
 void CandidateIndex::splitOff(std::vector<Index> const& places) {
     auto const group = static_cast<Index>(m_groups.size());
     auto const count = static_cast<Index>(places.size());
-    m_groups.push_back({static_cast<Index>(m_members.size()), count, count, NONE, false, false});
+    m_groups.push_back(makeGroup(static_cast<Index>(m_members.size()), count, count));
     for (Index const place : places) {
         m_memberships[place].group = group;
         m_members.push_back(place);
@@ -405,11 +410,20 @@ int CandidateIndex::run(Index index, std::size_t field) {
         }
     }
     if (!keeps) {
-        return FrameRuns::longest(m_someFrames);
+        int const longest = FrameRuns::longest(m_someFrames);
+        if (std::adjacent_find(m_someFrames.begin(), m_someFrames.end()) == m_someFrames.end()) {
+            group->maxRun = longest;
+        }
+        return longest;
     }
     m_runs.push_back(std::make_unique<FrameRuns>(std::move(members)));
     group->runs = static_cast<Index>(m_runs.size() - 1);
     return m_runs.back()->longest();
+}
+
+bool CandidateIndex::hasRun(Index index, std::size_t field, int atLeast) {
+    Group const* const group = groupOf(index, field);
+    return (!group || group->maxRun >= atLeast) && run(index, field) >= atLeast;
 }
 
 std::size_t CandidateIndex::claimAll(Index index, std::size_t field, Span const& span,

@@ -64,6 +64,10 @@ public:
     /// The longest run of the frames of those names. To be asked after count().
     int run(Index index, std::size_t field);
 
+    /// Whether that run is at least so long. Needs less than to know how long it is: where no two frames are
+    /// equal the run never becomes longer again.
+    bool hasRun(Index index, std::size_t field, int atLeast);
+
     /// Takes those names out, itself included. To be asked after count().
     ///
     /// \param claimed If not null, their numbers are appended.
@@ -107,7 +111,8 @@ private:
         Index first; // its places stand together in m_members
         Index size;
         Index unclaimed;
-        Index runs; // of its frames, once they were asked for twice
+        Index runs;          // of its frames, once they were asked for twice
+        std::int32_t maxRun; // what their longest run can't exceed from now on
         bool isChecked;
         bool isAsked; // for its run
     };
@@ -130,6 +135,7 @@ private:
     void groupBucket(Bucket const& bucket, std::vector<Index>& table, std::vector<Index>& leaders,
                      std::vector<Index>& sizes);
 
+    static Group makeGroup(Index first, Index size, Index unclaimed);
     Group* groupOf(Index index, std::size_t field);
     void leaveGroup(Index place);
     template <class AskFor, class Visit>

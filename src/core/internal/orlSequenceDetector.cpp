@@ -131,7 +131,7 @@ std::size_t SequenceDetector::chooseField(Index front, std::string_view name) {
         Span const& span = m_fields[field];
         std::size_t const count = m_index.count(front, field, span);
         bool const fieldIsDotted = isDotted(name, span);
-        bool const isMore = count > bestCount && m_index.run(front, field) >= m_index.run(front, best);
+        bool const isMore = count > bestCount && m_index.hasRun(front, field, m_index.run(front, best));
         if (isMore || (count == bestCount && fieldIsDotted && !bestIsDotted)) {
             best = field;
             bestCount = count;
