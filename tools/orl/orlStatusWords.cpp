@@ -26,7 +26,7 @@ constexpr Words kWords[] = {
 } // namespace
 
 std::string reasonOf(Status status) {
-    std::string const name = status.getStr();
+    std::string name = status.getStr();
     for (Words const& words : kWords) {
         if (status == words.code) {
             return name + ": " + words.text;

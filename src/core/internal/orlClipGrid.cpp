@@ -50,7 +50,8 @@ void placeInGrid(std::vector<SharedPtr<ClipNode>> const& clips, Bounds const& ca
         std::size_t const cells = std::min<std::size_t>(columns, clips.size() - first);
         double const cellWidth = canvas.getSizeX() / static_cast<double>(cells);
         double const x0 = canvas.getCenterX() + static_cast<double>(cells - 1) * -0.5 * cellWidth;
-        double const y = static_cast<double>(first / columns) * cellHeight + y0;
+        std::size_t const row = first / columns;
+        double const y = static_cast<double>(row) * cellHeight + y0;
         for (std::size_t cell = 0; cell < cells; ++cell) {
             placeInCell(*clips[first + cell], static_cast<double>(cell) * cellWidth + x0, y, cellWidth,
                         cellHeight);
