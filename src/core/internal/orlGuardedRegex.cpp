@@ -131,7 +131,10 @@ private:
     std::size_t m_last = 0;             // the size of what a repeat would repeat
 };
 
-[[noreturn]] void giveUp(std::regex_constants::error_type reason) { throw std::regex_error(reason); }
+[[noreturn]] void giveUp(std::regex_constants::error_type reason) {
+    RoomyStack::beforeThrow();
+    throw std::regex_error(reason);
+}
 
 // Counts the steps of one match, and looks how deep it is.
 class Watch {

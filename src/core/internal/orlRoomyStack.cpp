@@ -6,10 +6,6 @@
 
 #include <exception>
 
-namespace ORL_0_81 {
-
-namespace {
-
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
 #define ORL_HAS_ADDRESS_SANITIZER
@@ -17,14 +13,16 @@ namespace {
 #elif defined(__SANITIZE_ADDRESS__)
 #define ORL_HAS_ADDRESS_SANITIZER
 #endif
+#ifdef ORL_HAS_ADDRESS_SANITIZER
+#include <sanitizer/asan_interface.h>
+#endif
+
+namespace ORL_0_81 {
+
+namespace {
 
 // Where there is an address limit the smaller ones may still be had.
-#ifdef ORL_HAS_ADDRESS_SANITIZER
-// The sanitizer does not clean up behind an exception on a stack of more than 64 MiB.
-constexpr std::size_t SIZES[] = {std::size_t{48} << 20, std::size_t{16} << 20};
-#else
 constexpr std::size_t SIZES[] = {std::size_t{256} << 20, std::size_t{64} << 20, std::size_t{16} << 20};
-#endif
 
 // For the frames that are on the stack already, and those of functions that the measured one calls.
 constexpr std::size_t RESERVE = std::size_t{1} << 20;
@@ -32,6 +30,7 @@ constexpr std::size_t RESERVE = std::size_t{1} << 20;
 struct Stack {
     char const* top = nullptr;
     std::size_t size = 0;
+    bool isCleared = false; // beforeThrow() has been called
 };
 
 thread_local Stack stack; // of the calling thread, if it is a roomy one
@@ -42,13 +41,25 @@ struct Call {
     std::exception_ptr failure;
 };
 
+// The address sanitizer marks the edges of a frame's variables, and clears them all when an exception is thrown, but
+// not on a stack of more than 64 MiB. What has been left behind would be reported in the frames that come after.
+void clearMarks([[maybe_unused]] char const* from, [[maybe_unused]] char const* to) {
+#ifdef ORL_HAS_ADDRESS_SANITIZER
+    __asan_unpoison_memory_region(from, static_cast<std::size_t>(to - from));
+#endif
+}
+
 void* runCall(void* argument) {
     auto& call = *static_cast<Call*>(argument);
-    stack = {RoomyStack::position(), call.size};
+    stack = {RoomyStack::position(), call.size, false};
     try {
         (*call.task)();
     } catch (...) {
         call.failure = std::current_exception();
+    }
+    // What the standard library throws comes from an unknown depth.
+    if (call.failure && !stack.isCleared) {
+        clearMarks(stack.top - stack.size, RoomyStack::position());
     }
     return nullptr;
 }
@@ -90,6 +101,13 @@ bool RoomyStack::run(std::function<void()> const& task) {
 }
 
 bool RoomyStack::isHere() { return stack.top != nullptr; }
+
+void RoomyStack::beforeThrow() {
+    if (isHere()) {
+        clearMarks(position(), stack.top);
+        stack.isCleared = true;
+    }
+}
 
 std::size_t RoomyStack::room() {
     if (!isHere()) {

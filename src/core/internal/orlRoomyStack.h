@@ -30,6 +30,10 @@ public:
     /// for a reserve, or CALLERS_ROOM.
     static std::size_t room();
 
+    /// To be called before an exception is thrown from deep within a roomy stack. Does something in a build
+    /// with the address sanitizer only, which does not clean up behind an exception on large stacks.
+    static void beforeThrow();
+
     /// A place in the calling thread's stack, for measuring depths.
     static char const* position() { return static_cast<char const*>(__builtin_frame_address(0)); }
 };
