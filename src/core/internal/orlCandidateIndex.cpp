@@ -330,7 +330,7 @@ void CandidateIndex::check(Index group, Index index, Span const& span) {
     Index* const members = m_members.data() + checked.first;
     std::vector<Index> strangers;
     Index kept = 0;
-    auto const askForText = [this](Name const& name) { prefetch(name.text); };
+    auto const askForText = [](Name const& name) { prefetch(name.text); };
     forEachMember(checked, askForText, [&](Index member) {
         Place const& place = m_places[member];
         if (isClaimed(place.name)) {

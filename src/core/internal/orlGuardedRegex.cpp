@@ -210,8 +210,20 @@ private:
     Watch* m_watch = nullptr;
 };
 
+// Some libraries' facets remember what they were asked for, and do so without a lock. Asked for everything once, they
+// only read from then on.
+bool fillCharacterTables() {
+    auto const& facet = std::use_facet<std::ctype<char>>(std::locale::classic());
+    for (int c = 1; c <= std::numeric_limits<unsigned char>::max(); ++c) {
+        static_cast<void>(facet.narrow(static_cast<char>(c), '\0'));
+        static_cast<void>(facet.widen(static_cast<char>(c)));
+    }
+    return true;
+}
+
 // The same on all threads and in any program, whatever its global locale.
 std::unique_ptr<std::regex> make(std::string const& pattern, std::regex::flag_type flags) {
+    [[maybe_unused]] static bool const isFilled = fillCharacterTables();
     auto result = std::make_unique<std::regex>();
     result->imbue(std::locale::classic());
     result->assign(pattern.data(), pattern.size(), flags);

@@ -16,6 +16,13 @@
 // Names and filters that an engine of regular expressions would recurse on until the stack ends, or search
 // for ever. All of it on the test's own thread and on one with a small stack.
 
+// The thread sanitizer follows calls 65,536 deep, and fails beyond that.
+#if defined(__SANITIZE_THREAD__)
+#define SKIP_DEEP_CALLS() GTEST_SKIP() << "calls deeper than the thread sanitizer follows"
+#else
+#define SKIP_DEEP_CALLS() static_cast<void>(0)
+#endif
+
 namespace {
 
 using namespace ORL_0_81;
@@ -196,6 +203,7 @@ TEST_P(FileSequenceUtilsBadInput, TheFilterThatPassesEverythingPassesLongNames) 
 }
 
 TEST_P(FileSequenceUtilsBadInput, AFilterThatRunsFarOnLongNamesJudgesShortOnes) {
+    SKIP_DEEP_CALLS();
     std::string const text(100000, 'a');
     for (char const* const filter :
          {"a.*b", "(a|b)*b", "(.|\n)*b$", "[a-z]+b", "(a*)*b", "(a+)+b$", "(?:a?){30}b", "^([ab]|a)*b",
@@ -228,6 +236,7 @@ TEST_P(FileSequenceUtilsBadInput, AFilterThatExplodesGivesUp) {
 }
 
 TEST_P(FileSequenceUtilsBadInput, AFilterOfAnySizeCompilesOrFails) {
+    SKIP_DEEP_CALLS();
     std::string const many(100000, '(');
     std::string const closed(100000, ')');
     std::string const thousand(1000, '(');
