@@ -2,6 +2,8 @@
 // Copyright Contributors to the orlCore project
 #include "support/orlSlowSequences.h"
 
+#include "support/orlLongestRun.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
@@ -45,16 +47,6 @@ struct Choice {
     std::int32_t run = 0;
     bool dot = false;
 };
-
-std::int32_t longestRun(std::vector<std::int32_t> const& frames) {
-    std::int32_t run = 0;
-    std::int32_t counter = 0;
-    for (std::size_t i = 1; i < frames.size(); ++i) {
-        counter = frames[i] == frames[i - 1] + 1 ? counter + 1 : 0;
-        run = std::max(run, counter);
-    }
-    return run;
-}
 
 Choice tryField(std::string const& name, Field const& field, Names const& working) {
     Choice candidate;

@@ -91,33 +91,32 @@ private:
 } // namespace
 
 CandidateIndex::CandidateIndex(std::vector<std::string_view> names, Key keyMask)
-    : m_claimed(names.size(), 0) {
-    if (names.size() >= NONE) {
+    : m_names(std::move(names)), m_claimed(m_names.size(), 0) {
+    if (m_names.size() >= NONE) {
         throw std::length_error(TOO_MUCH);
     }
-    findPlaces(names, keyMask);
-    std::vector<std::string_view>().swap(names);
+    findPlaces(keyMask);
     groupPlaces();
 }
 
-void CandidateIndex::findPlaces(std::vector<std::string_view> const& names, Key mask) {
+void CandidateIndex::findPlaces(Key mask) {
     // Most names have one field or two.
-    while (m_bucketBits < MAX_BUCKET_BITS && names.size() * 2 >> m_bucketBits > BUCKET_SIZE) {
+    while (m_bucketBits < MAX_BUCKET_BITS && m_names.size() * 2 >> m_bucketBits > BUCKET_SIZE) {
         ++m_bucketBits;
     }
-    m_buckets.resize(std::size_t{1} << m_bucketBits);
+    m_buckets.resize(std::size_t{1} << m_bucketBits, {NONE, NONE, 0});
     FrameScanner scanner;
     std::vector<FrameScanner::Place> places;
     std::vector<Skeleton> skeletons;
     Peculiar peculiar;
-    m_names.reserve(names.size() + 1);
-    skeletons.reserve(names.size());
-    for (std::string_view const text : names) {
+    m_firstPlain.reserve(m_names.size() + 1);
+    skeletons.reserve(m_names.size());
+    for (Index name = 0; name < size(); ++name) {
+        std::string_view const text = m_names[name];
         if (text.size() >= NONE) {
             throw std::length_error(TOO_MUCH);
         }
-        auto const name = static_cast<Index>(m_names.size());
-        m_names.push_back({text.data(), static_cast<Index>(text.size()), placeCount()});
+        m_firstPlain.push_back(placeCount());
         skeletons.push_back(0);
         if (!scanner.findPlainPlaces(text, places)) {
             continue;
@@ -133,7 +132,7 @@ void CandidateIndex::findPlaces(std::vector<std::string_view> const& names, Key 
             }
         }
     }
-    m_names.push_back({nullptr, 0, placeCount()});
+    m_firstPlain.push_back(placeCount());
     if (!peculiar.keys.empty()) {
         findHiddenPlaces(peculiar, skeletons, mask);
     }
@@ -145,7 +144,7 @@ void CandidateIndex::findHiddenPlaces(Peculiar const& peculiar, std::vector<Skel
     KeySet const wantedSkeletons(peculiar.skeletons);
     FrameScanner scanner;
     std::vector<FrameScanner::Place> places;
-    m_firstHidden.reserve(m_names.size());
+    m_firstHidden.reserve(m_names.size() + 1);
     for (Index name = 0; name < size(); ++name) {
         m_firstHidden.push_back(placeCount());
         if (!wantedSkeletons.contains(skeletons[name])) {
@@ -165,62 +164,98 @@ void CandidateIndex::addPlace(Index name, FrameScanner::Place const& place, Key 
     if (m_places.size() >= NONE) {
         throw std::length_error(TOO_MUCH);
     }
-    std::size_t const bucket = m_bucketBits == 0 ? 0 : spread(key) >> (64 - m_bucketBits);
-    m_buckets[bucket].push_back({static_cast<std::uint32_t>(key), placeCount()});
-    m_places.push_back(
-        {name, static_cast<Index>(place.span.position), static_cast<Index>(place.span.length)});
-    m_memberships.push_back({NONE, place.frame});
+    Bucket& bucket = m_buckets[m_bucketBits == 0 ? 0 : spread(key) >> (64 - m_bucketBits)];
+    std::size_t const position = bucket.size % Chunk::SIZE;
+    if (position == 0) {
+        auto const chunk = static_cast<Index>(m_chunks.size());
+        m_chunks.append().next = NONE;
+        (bucket.size == 0 ? bucket.first : m_chunks[bucket.last].next) = chunk;
+        bucket.last = chunk;
+    }
+    m_chunks[bucket.last].entries[position] = {static_cast<std::uint32_t>(key), placeCount()};
+    ++bucket.size;
+    m_places.append() = {name, static_cast<Index>(place.span.position),
+                         static_cast<Index>(place.span.length)};
+    m_memberships.append() = {NONE, place.frame};
 }
 
 void CandidateIndex::groupPlaces() {
     m_members.reserve(m_places.size());
-    std::vector<Index> table;
-    std::vector<Index> leaders;
-    std::vector<Index> sizes;
-    for (Bucket& bucket : m_buckets) {
-        groupBucket(bucket, table, leaders, sizes);
-        Bucket().swap(bucket);
+    KeyNumbers numbers;
+    for (Bucket const& bucket : m_buckets) {
+        groupBucket(bucket, numbers);
     }
     std::vector<Bucket>().swap(m_buckets);
+    m_chunks = {};
+}
+
+template <class Visit>
+void CandidateIndex::forEachEntry(Bucket const& bucket, Visit const& visit) const {
+    Index left = bucket.size;
+    for (Index chunk = bucket.first; chunk != NONE; chunk = m_chunks[chunk].next) {
+        Entry const* const entries = m_chunks[chunk].entries;
+        Index const count = std::min<Index>(Chunk::SIZE, left);
+        left -= count;
+        for (Index i = 0; i < count; ++i) {
+            visit(entries[i]);
+        }
+    }
 }
 
 // Within a bucket, and so within a group, places stay in their order.
-void CandidateIndex::groupBucket(Bucket const& bucket, std::vector<Index>& table, std::vector<Index>& leaders,
-                                 std::vector<Index>& sizes) {
-    // Each entry's leader is the first with the same key; the table holds the leaders.
-    std::size_t const mask = sizeOfTable(bucket.size()) - 1;
-    table.assign(mask + 1, NONE);
-    leaders.resize(bucket.size());
-    sizes.assign(bucket.size(), 0);
-    for (std::size_t i = 0; i < bucket.size(); ++i) {
-        std::size_t slot = slotOf(bucket[i].key) & mask;
-        while (table[slot] != NONE && bucket[table[slot]].key != bucket[i].key) {
-            slot = (slot + 1) & mask;
+void CandidateIndex::groupBucket(Bucket const& bucket, KeyNumbers& numbers) {
+    numbers.clear();
+    forEachEntry(bucket, [&numbers](Entry const& entry) { ++numbers.values[numbers.numberOf(entry.key)]; });
+    // From now on a key's value is its group.
+    for (Index& value : numbers.values) {
+        Index const size = value;
+        if (size == 1) {
+            value = NONE;
+            continue;
         }
-        if (table[slot] == NONE) {
-            table[slot] = static_cast<Index>(i);
-        }
-        leaders[i] = table[slot];
-        ++sizes[table[slot]];
+        value = static_cast<Index>(m_groups.size());
+        m_groups.push_back(makeGroup(static_cast<Index>(m_members.size()), 0, size));
+        m_members.resize(m_members.size() + size);
     }
-    // From here on a leader's slot in the table of sizes holds its group.
-    for (std::size_t i = 0; i < bucket.size(); ++i) {
-        Index const leader = leaders[i];
-        if (leader == i) {
-            if (sizes[i] == 1) {
-                sizes[i] = NONE;
-            } else {
-                auto const first = static_cast<Index>(m_members.size());
-                m_members.resize(m_members.size() + sizes[i]);
-                m_groups.push_back(makeGroup(first, 0, sizes[i]));
-                sizes[i] = static_cast<Index>(m_groups.size() - 1);
-            }
+    forEachEntry(bucket, [this, &numbers](Entry const& entry) {
+        if (Index const group = numbers.values[numbers.numberOf(entry.key)]; group != NONE) {
+            m_memberships[entry.place].group = group;
+            m_members[m_groups[group].first + m_groups[group].size++] = entry.place;
         }
-        if (Index const group = sizes[leader]; group != NONE) {
-            m_memberships[bucket[i].place].group = group;
-            m_members[m_groups[group].first + m_groups[group].size++] = bucket[i].place;
+    });
+}
+
+void CandidateIndex::KeyNumbers::clear() {
+    values.clear();
+    m_keys.clear();
+    m_table.assign(SMALLEST_TABLE, NONE);
+}
+
+CandidateIndex::Index CandidateIndex::KeyNumbers::numberOf(std::uint32_t key) {
+    std::size_t const slot = find(key);
+    if (Index const number = m_table[slot]; number != NONE) {
+        return number;
+    }
+    auto const number = static_cast<Index>(m_keys.size());
+    m_table[slot] = number;
+    m_keys.push_back(key);
+    values.push_back(0);
+    if (m_keys.size() * 2 > m_table.size()) {
+        m_table.assign(m_table.size() * 2, NONE);
+        for (Index i = 0; i < m_keys.size(); ++i) {
+            m_table[find(m_keys[i])] = i;
         }
     }
+    return number;
+}
+
+std::size_t CandidateIndex::KeyNumbers::find(std::uint32_t key) const {
+    std::size_t const mask = m_table.size() - 1;
+    std::size_t slot = slotOf(key) & mask;
+    while (m_table[slot] != NONE && m_keys[m_table[slot]] != key) {
+        slot = (slot + 1) & mask;
+    }
+    return slot;
 }
 
 void CandidateIndex::claim(Index index) {
@@ -228,7 +263,7 @@ void CandidateIndex::claim(Index index) {
         return;
     }
     m_claimed[index] = 1;
-    for (Index place = m_names[index].firstPlace; place < m_names[index + 1].firstPlace; ++place) {
+    for (Index place = m_firstPlain[index]; place < m_firstPlain[index + 1]; ++place) {
         leaveGroup(place);
     }
     if (!m_firstHidden.empty()) {
@@ -252,13 +287,13 @@ void CandidateIndex::leaveGroup(Index place) {
 
 void CandidateIndex::lookAhead(Index index) const {
     if (Index const far = index + 2 * AHEAD; far < size()) {
-        for (Index place = m_names[far].firstPlace; place < m_names[far + 1].firstPlace; ++place) {
+        for (Index place = m_firstPlain[far]; place < m_firstPlain[far + 1]; ++place) {
             if (Index const group = m_memberships[place].group; group != NONE) {
                 prefetch(&m_groups[group]);
             }
         }
         Index const near = index + AHEAD;
-        for (Index place = m_names[near].firstPlace; place < m_names[near + 1].firstPlace; ++place) {
+        for (Index place = m_firstPlain[near]; place < m_firstPlain[near + 1]; ++place) {
             if (Index const group = m_memberships[place].group; group != NONE) {
                 prefetch(&m_members[m_groups[group].first]);
             }
@@ -267,7 +302,7 @@ void CandidateIndex::lookAhead(Index index) const {
 }
 
 bool CandidateIndex::mayHavePartners(Index index) const {
-    for (Index place = m_names[index].firstPlace; place < m_names[index + 1].firstPlace; ++place) {
+    for (Index place = m_firstPlain[index]; place < m_firstPlain[index + 1]; ++place) {
         if (m_memberships[place].group != NONE && m_groups[m_memberships[place].group].unclaimed > 1) {
             return true;
         }
@@ -280,7 +315,7 @@ CandidateIndex::Group CandidateIndex::makeGroup(Index first, Index size, Index u
 }
 
 CandidateIndex::Group* CandidateIndex::groupOf(Index index, std::size_t field) {
-    Index const group = m_memberships[m_names[index].firstPlace + field].group;
+    Index const group = m_memberships[m_firstPlain[index] + field].group;
     return group == NONE ? nullptr : &m_groups[group];
 }
 
@@ -290,7 +325,7 @@ CandidateIndex::Index CandidateIndex::count(Index index, std::size_t field, Span
         return 1;
     }
     if (!group->isChecked || group->unclaimed < group->size / 2) {
-        check(m_memberships[m_names[index].firstPlace + field].group, index, span);
+        check(m_memberships[m_firstPlain[index] + field].group, index, span);
         group = groupOf(index, field);
     }
     return group->unclaimed;
@@ -313,10 +348,12 @@ void CandidateIndex::forEachMember(Group const& group, AskFor const& askFor, Vis
             prefetch(&m_places[members[ahead]]);
         }
         if (ahead >= AHEAD && ahead - AHEAD < size) {
-            prefetch(&m_names[m_places[members[ahead - AHEAD]].name]);
+            Index const name = m_places[members[ahead - AHEAD]].name;
+            prefetch(&m_names[name]);
+            prefetch(&m_firstPlain[name]);
         }
         if (ahead >= 2 * AHEAD && ahead - 2 * AHEAD < size) {
-            askFor(m_names[m_places[members[ahead - 2 * AHEAD]].name]);
+            askFor(m_places[members[ahead - 2 * AHEAD]].name);
         }
         if (ahead >= 3 * AHEAD) {
             visit(members[ahead - 3 * AHEAD]);
@@ -330,7 +367,7 @@ void CandidateIndex::check(Index group, Index index, Span const& span) {
     Index* const members = m_members.data() + checked.first;
     std::vector<Index> strangers;
     Index kept = 0;
-    auto const askForText = [](Name const& name) { prefetch(name.text); };
+    auto const askForText = [this](Index name) { prefetch(m_names[name].data()); };
     forEachMember(checked, askForText, [&](Index member) {
         Place const& place = m_places[member];
         if (isClaimed(place.name)) {
@@ -397,9 +434,14 @@ int CandidateIndex::run(Index index, std::size_t field) {
     group->isAsked = true;
     m_someFrames.clear();
     std::vector<FrameRuns::Member> members;
+    Index const* const places = m_members.data() + group->first;
+    bool const isWhole = group->unclaimed == group->size;
     for (Index i = 0; i < group->size; ++i) {
-        Index const place = m_members[group->first + i];
-        if (isClaimed(m_places[place].name)) {
+        if (i + AHEAD < group->size) {
+            prefetch(&m_memberships[places[i + AHEAD]]);
+        }
+        Index const place = places[i];
+        if (!isWhole && isClaimed(m_places[place].name)) {
             continue;
         }
         std::int32_t const frame = m_memberships[place].frame;
@@ -410,8 +452,9 @@ int CandidateIndex::run(Index index, std::size_t field) {
         }
     }
     if (!keeps) {
-        int const longest = FrameRuns::longest(m_someFrames);
-        if (std::adjacent_find(m_someFrames.begin(), m_someFrames.end()) == m_someFrames.end()) {
+        bool areDistinct = false;
+        int const longest = FrameRuns::longest(m_someFrames, areDistinct);
+        if (areDistinct) {
             group->maxRun = longest;
         }
         return longest;
@@ -441,13 +484,13 @@ std::size_t CandidateIndex::claimAll(Index index, std::size_t field, Span const&
         m_runs[group->runs].reset();
         group->runs = NONE;
     }
-    std::size_t const around = m_names[index].size - span.length;
+    std::size_t const around = m_names[index].size() - span.length;
     std::size_t narrowest = span.length;
-    auto const askForPlaces = [this](Name const& name) { prefetch(&m_memberships[name.firstPlace]); };
+    auto const askForPlaces = [this](Index name) { prefetch(&m_memberships[m_firstPlain[name]]); };
     forEachMember(*group, askForPlaces, [&](Index member) {
         Index const other = m_places[member].name;
         if (!isClaimed(other)) {
-            narrowest = std::min<std::size_t>(narrowest, m_names[other].size - around);
+            narrowest = std::min<std::size_t>(narrowest, m_names[other].size() - around);
             claim(other);
             if (claimed) {
                 claimed->push_back(other);

@@ -42,7 +42,7 @@ public:
     /// How many names were given.
     Index size() const { return static_cast<Index>(m_claimed.size()); }
 
-    std::string_view name(Index index) const { return {m_names[index].text, m_names[index].size}; }
+    std::string_view name(Index index) const { return m_names[index]; }
 
     bool isClaimed(Index index) const { return m_claimed[index] != 0; }
 
@@ -78,14 +78,6 @@ public:
 private:
     static constexpr Index NONE = ~Index{0};
 
-    // Its plain places begin with this one, and end where those of the next name begin; behind the last name
-    // stands one without a text.
-    struct Name {
-        char const* text;
-        Index size;
-        Index firstPlace;
-    };
-
     // A place in a name where a frame can stand.
     struct Place {
         Index name;
@@ -104,7 +96,39 @@ private:
         std::uint32_t key;
         Index place;
     };
-    using Bucket = std::vector<Entry>;
+
+    // A bucket's entries are in chunks, which stand one behind the other for all buckets, so that none is ever moved to
+    // make room.
+    struct Chunk {
+        static constexpr std::size_t SIZE = 63;
+        Index next;
+        Entry entries[SIZE];
+    };
+    struct Bucket {
+        Index first;
+        Index last;
+        Index size;
+    };
+
+    // Gives the keys of a bucket numbers, in the order of their first entries.
+    class KeyNumbers {
+    public:
+        // Forgets all keys.
+        void clear();
+
+        Index numberOf(std::uint32_t key);
+
+        // What is told about each key by number; 0 at first.
+        std::vector<Index> values;
+
+    private:
+        static constexpr std::size_t SMALLEST_TABLE = 4096;
+
+        std::size_t find(std::uint32_t key) const;
+
+        std::vector<std::uint32_t> m_keys; // by number
+        std::vector<Index> m_table;        // of numbers, NONE where there is none; twice as large as the keys
+    };
 
     // Places with the same key. Those of claimed names go when the group is next looked at.
     struct Group {
@@ -126,14 +150,15 @@ private:
         std::vector<FrameScanner::Key> skeletons;
     };
 
-    void findPlaces(std::vector<std::string_view> const& names, FrameScanner::Key mask);
+    void findPlaces(FrameScanner::Key mask);
     void findHiddenPlaces(Peculiar const& peculiar, std::vector<Skeleton> const& skeletons,
                           FrameScanner::Key mask);
     void addPlace(Index name, FrameScanner::Place const& place, FrameScanner::Key key);
     Index placeCount() const { return static_cast<Index>(m_places.size()); }
     void groupPlaces();
-    void groupBucket(Bucket const& bucket, std::vector<Index>& table, std::vector<Index>& leaders,
-                     std::vector<Index>& sizes);
+    template <class Visit>
+    void forEachEntry(Bucket const& bucket, Visit const& visit) const;
+    void groupBucket(Bucket const& bucket, KeyNumbers& numbers);
 
     static Group makeGroup(Index first, Index size, Index unclaimed);
     Group* groupOf(Index index, std::size_t field);
@@ -144,15 +169,17 @@ private:
     bool fits(Place const& place, Index index, Span const& span);
     void splitOff(std::vector<Index> const& places);
 
-    std::vector<Name> m_names;
+    std::vector<std::string_view> m_names;
     std::vector<unsigned char> m_claimed;
 
     // The places of a name stand together: the plain ones, then, elsewhere, the hidden ones if there are any.
+    std::vector<Index> m_firstPlain; // by name, and behind the last
     PagedArray<Place> m_places;
     PagedArray<Membership> m_memberships;
     std::vector<Index> m_firstHidden; // by name, and behind the last; empty if no name has any
 
     std::vector<Bucket> m_buckets; // only until they are grouped
+    PagedArray<Chunk> m_chunks;
     unsigned int m_bucketBits = 0;
     std::vector<Group> m_groups;
     std::vector<Index> m_members;

@@ -9,6 +9,12 @@ namespace ORL_0_81 {
 
 namespace {
 
+// Fewer are sorted as fast as anything else is done with them.
+constexpr std::size_t FEW = 16;
+
+// Frames lie close together if their range has at most so many places for each.
+constexpr std::size_t DENSE = 12;
+
 struct IsBefore {
     bool operator()(FrameRuns::Member const& left, FrameRuns::Member const& right) const {
         return left.frame != right.frame ? left.frame < right.frame : left.id < right.id;
@@ -82,12 +88,46 @@ int FrameRuns::longest() const {
     return isEmpty ? 0 : static_cast<int>(m_summaries.back().front().best - 1);
 }
 
-int FrameRuns::longest(std::vector<std::int32_t>& frames) {
+int FrameRuns::longest(std::vector<std::int32_t>& frames, bool& areDistinct) {
+    areDistinct = true;
+    if (frames.size() > FEW) {
+        auto const [smallest, largest] = std::minmax_element(frames.begin(), frames.end());
+        auto const range = static_cast<std::size_t>(*largest - *smallest) + 1; // at most 19 hundred millions
+        if (range <= frames.size() * DENSE) {
+            int const result = longestOfDense(frames, *smallest, range, areDistinct);
+            if (areDistinct) {
+                return result;
+            }
+        }
+    }
+    areDistinct = true;
     std::sort(frames.begin(), frames.end());
     int run = 0;
     int result = 0;
     for (std::size_t i = 1; i < frames.size(); ++i) {
+        areDistinct = areDistinct && frames[i] != frames[i - 1];
         run = frames[i] == frames[i - 1] + 1 ? run + 1 : 0;
+        result = std::max(result, run);
+    }
+    return result;
+}
+
+// With a bit for each frame of the range. Gives up at two equal ones.
+int FrameRuns::longestOfDense(std::vector<std::int32_t> const& frames, std::int32_t smallest,
+                              std::size_t range, bool& areDistinct) {
+    std::vector<bool> present(range);
+    for (std::int32_t const frame : frames) {
+        auto const place = static_cast<std::size_t>(frame - smallest);
+        if (present[place]) {
+            areDistinct = false;
+            return 0;
+        }
+        present[place] = true;
+    }
+    int run = -1;
+    int result = 0;
+    for (bool const isPresent : present) {
+        run = isPresent ? run + 1 : -1;
         result = std::max(result, run);
     }
     return result;

@@ -33,8 +33,9 @@ public:
     /// The longest run; 0 for an empty set.
     int longest() const;
 
-    /// The longest run of a few frames, which are left in ascending order. Sorts them each time.
-    static int longest(std::vector<std::int32_t>& frames);
+    /// The longest run of some frames, which are left in an arbitrary order, and whether no two of them are equal.
+    /// Linear time where they are distinct and lie close together; else sorts them.
+    static int longest(std::vector<std::int32_t>& frames, bool& areDistinct);
 
 private:
     // What a stretch of the sorted frames, without those taken away, has to tell. Lengths count frames.
@@ -55,6 +56,8 @@ private:
     std::size_t find(Member const& member) const;
     Summary summarizeBlock(std::size_t block) const;
     static Summary summarize(std::vector<Summary> const& parts, std::size_t index);
+    static int longestOfDense(std::vector<std::int32_t> const& frames, std::int32_t smallest,
+                              std::size_t range, bool& areDistinct);
 
     std::vector<Member> m_members; // by frame and id
     std::size_t m_next = 0; // behind the member that was taken away last: mostly they go one after the other

@@ -19,16 +19,26 @@ public:
     T& operator[](std::size_t index) { return m_pages[index / PAGE_SIZE][index % PAGE_SIZE]; }
     T const& operator[](std::size_t index) const { return m_pages[index / PAGE_SIZE][index % PAGE_SIZE]; }
 
-    void push_back(T const& value) {
+    /// Appends an element, which is not initialised.
+    T& append() {
         if (m_size % PAGE_SIZE == 0) {
             m_pages.emplace_back(new T[PAGE_SIZE]);
         }
-        m_pages[m_size / PAGE_SIZE][m_size % PAGE_SIZE] = value;
-        ++m_size;
+        return (*this)[m_size++];
     }
 
 private:
-    static constexpr std::size_t PAGE_SIZE = 4096;
+    // A power of two, so that finding a page is a shift.
+    static constexpr std::size_t pageSize() {
+        std::size_t size = 1;
+        while (size * 2 * sizeof(T) <= PAGE_BYTES) {
+            size *= 2;
+        }
+        return size;
+    }
+
+    static constexpr std::size_t PAGE_BYTES = std::size_t{64} << 10;
+    static constexpr std::size_t PAGE_SIZE = pageSize();
 
     std::vector<std::unique_ptr<T[]>> m_pages;
     std::size_t m_size = 0;

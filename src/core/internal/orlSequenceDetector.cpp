@@ -202,7 +202,8 @@ std::string SequenceDetector::chooseCandidate(std::string_view name) {
             }
         }
         std::size_t const count = frames.size();
-        int const run = FrameRuns::longest(frames);
+        bool areDistinct = false;
+        int const run = FrameRuns::longest(frames, areDistinct);
         bool const fieldIsDotted = isDotted(name, *field);
         if ((count > bestCount && run >= bestRun) || (!bestIsDotted && fieldIsDotted && count == bestCount)) {
             best = candidate;

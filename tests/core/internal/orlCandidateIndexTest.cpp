@@ -2,6 +2,7 @@
 // Copyright Contributors to the orlCore project
 #include "internal/orlCandidateIndex.h"
 #include "support/Seed.h"
+#include "support/orlLongestRun.h"
 
 #include <gtest/gtest.h>
 
@@ -90,7 +91,7 @@ TEST_P(CandidateIndexWithBits, AnswersAsIfItLookedAtEveryName) {
                 for (std::size_t const match : matches) {
                     frames.push_back(FrameNotation::frameOf(plain.frame(match, name, fields[field])));
                 }
-                int const run = FrameRuns::longest(frames);
+                int const run = orlTest::longestRun(frames);
                 for (int const atLeast : {run + 1, run, run - 1}) {
                     ASSERT_EQ(index.hasRun(name, field, atLeast), run >= atLeast)
                         << testing::PrintToString(plain.names) << " " << name << " " << field;
@@ -139,7 +140,7 @@ TEST(CandidateIndex, KeepsTheRunsOfALargeGroupUpToDate) {
         for (std::size_t const match : matches) {
             frames.push_back(FrameNotation::frameOf(plain.frame(match, name, fields[0])));
         }
-        int const run = FrameRuns::longest(frames);
+        int const run = orlTest::longestRun(frames);
         ASSERT_FALSE(index.hasRun(name, 0, run + 1));
         if (random() % 3 == 0) {
             ASSERT_TRUE(index.hasRun(name, 0, run));
@@ -163,6 +164,28 @@ TEST(CandidateIndex, ComparesLongNamesOnceForAllTheirFields) {
     FrameNotation::findDigitFields(name, fields);
     for (std::size_t field = 0; field < fields.size(); ++field) {
         ASSERT_EQ(index.count(0, field, fields[field]), 2U);
+    }
+}
+
+TEST(CandidateIndex, TellsThousandsOfFamiliesApart) {
+    std::vector<std::string> names;
+    for (int i = 0; i < 3000; ++i) {
+        std::string family = "n";
+        for (int rest = i; rest > 0; rest /= 26) {
+            family += static_cast<char>('a' + rest % 26);
+        }
+        names.push_back(family + "_1b2c3d4");
+        names.push_back(family + "_1b2c3d5");
+    }
+    CandidateIndex index({names.begin(), names.end()});
+    std::vector<Span> fields;
+    for (CandidateIndex::Index name = 0; name < index.size(); ++name) {
+        FrameNotation::findDigitFields(names[name], fields);
+        ASSERT_EQ(fields.size(), 4U);
+        for (std::size_t field = 0; field < 4; ++field) {
+            ASSERT_EQ(index.count(name, field, fields[field]), field == 3 ? 2U : 1U)
+                << names[name] << " " << field;
+        }
     }
 }
 

@@ -2,11 +2,17 @@
 // Copyright Contributors to the orlCore project
 #include "internal/orlFrameRuns.h"
 #include "support/Seed.h"
+#include "support/orlLongestRun.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <numeric>
 #include <random>
+#include <set>
+#include <string>
 #include <vector>
 
 namespace {
@@ -36,7 +42,9 @@ TEST(FrameRuns, AreCountedInStepsAndBrokenByEqualFrames) {
         EXPECT_EQ(FrameRuns(membersOf(example.frames)).longest(), example.run)
             << testing::PrintToString(example.frames);
         std::vector<std::int32_t> frames = example.frames;
-        EXPECT_EQ(FrameRuns::longest(frames), example.run) << testing::PrintToString(example.frames);
+        bool areDistinct = false;
+        EXPECT_EQ(FrameRuns::longest(frames, areDistinct), example.run)
+            << testing::PrintToString(example.frames);
     }
 }
 
@@ -64,12 +72,41 @@ TEST(FrameRuns, AreThoseOfTheFramesThatAreLeftInAnyOrderOfRemovals) {
             for (FrameRuns::Member const& member : members) {
                 left.push_back(member.frame);
             }
-            ASSERT_EQ(runs.longest(), FrameRuns::longest(left));
+            ASSERT_EQ(runs.longest(), orlTest::longestRun(left));
             runs.remove(members.back());
             members.pop_back();
         }
         ASSERT_EQ(runs.longest(), 0);
     }
+}
+
+TEST(FrameRuns, OfAListAreTheSameHoweverCloseItsFramesLie) {
+    std::mt19937 random(printedSeed());
+    for (int round = 0; round < 3000; ++round) {
+        std::vector<std::int32_t> frames(random() % 70);
+        auto const spread = static_cast<std::int32_t>((frames.size() + 1) * (std::size_t{1} << random() % 8));
+        bool const mayBeEqual = random() % 2 == 0;
+        std::set<std::int32_t> distinct;
+        for (std::int32_t& frame : frames) {
+            do {
+                frame = static_cast<std::int32_t>(random() % static_cast<unsigned int>(spread)) - spread / 2;
+            } while (!distinct.insert(frame).second && !mayBeEqual);
+        }
+        std::string const shown = testing::PrintToString(frames);
+        int const run = orlTest::longestRun(frames);
+        bool areDistinct = distinct.size() != frames.size();
+        ASSERT_EQ(FrameRuns::longest(frames, areDistinct), run) << shown;
+        ASSERT_EQ(areDistinct, distinct.size() == frames.size()) << shown;
+    }
+}
+
+TEST(FrameRuns, OfAListReachTheLimitsOfAFrame) {
+    std::vector<std::int32_t> frames(40);
+    std::iota(frames.begin(), frames.end(), 999999960);
+    frames.push_back(-999999999);
+    bool areDistinct = false;
+    EXPECT_EQ(FrameRuns::longest(frames, areDistinct), 39);
+    EXPECT_TRUE(areDistinct);
 }
 
 } // namespace
