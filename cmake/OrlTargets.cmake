@@ -47,6 +47,14 @@ function(orl_target_defaults target)
   endif()
 endfunction()
 
+# orl_library_defaults(TARGET): what the sources of a library have beyond that.
+function(orl_library_defaults target)
+  orl_target_defaults(${target})
+  if(ORL_DEBUG_INFO)
+    target_compile_options(${target} PRIVATE -g)
+  endif()
+endfunction()
+
 # orl_use_json(TARGET SCOPE): RapidJSON, with one meaning of its assertion in every unit that shares its
 # templates. The library tests whatever it is given before it asks RapidJSON for it, so that no assertion
 # can fire; a build for testing throws to prove it, any other checks nothing. Neither aborts.

@@ -31,16 +31,16 @@ public:
     public:
         /// The frames on which a layer shows.
         struct ORL_CORE_EXPORT FrameRange {
-            Time start;
-            Time end;
+            Time start; ///< The first one.
+            Time end;   ///< The last one.
         };
 
         /// Red, green, blue and opacity. By default opaque black.
         struct ORL_CORE_EXPORT Color {
-            float r = 0.0F;
-            float g = 0.0F;
-            float b = 0.0F;
-            float a = 1.0F;
+            float r = 0.0F; ///< Red.
+            float g = 0.0F; ///< Green.
+            float b = 0.0F; ///< Blue.
+            float a = 1.0F; ///< Opacity: 1 is opaque.
         };
 
         /// Two default times, opaque black, no ghost, ghosts of 3 frames before and after, not held, visible.
@@ -57,30 +57,47 @@ public:
         /// There is none: those of Paint and Text leave what is told here as it is.
         Layer& operator=(Layer const& other) = delete;
 
+        /// @{
+        /// The frames on which the layer shows. The reference is to the object's own field.
         FrameRange const& getRange() const;
         void setRange(FrameRange const& range);
+        /// @}
 
+        /// @{
+        /// What the layer is drawn with. The reference is to the object's own field.
         Color const& getColor() const;
         void setColor(Color const& color);
+        /// @}
 
+        /// @{
         /// Whether the layer shows faintly on the frames around its range.
         bool isGhost() const;
         void setGhost(bool ghost);
+        /// @}
 
+        /// @{
         /// On how many frames after its range.
         unsigned int getGhostAfter() const;
         void setGhostAfter(unsigned int ghostAfter);
+        /// @}
 
+        /// @{
         /// On how many frames before its range.
         unsigned int getGhostBefore() const;
         void setGhostBefore(unsigned int ghostBefore);
+        /// @}
 
+        /// @{
         /// Whether the layer stays until the next one shows.
         bool isHold() const;
         void setHold(bool hold);
+        /// @}
 
+        /// @{
+        /// Whether the layer shows at all.
         bool isVisible() const;
         void setVisible(bool visible);
+        /// @}
 
     private:
         class Imp;
@@ -97,9 +114,9 @@ public:
     public:
         /// One point, and how wide the brush was there. Nothing here interprets it.
         struct ORL_CORE_EXPORT Point {
-            double x = 0.0;
-            double y = 0.0;
-            double width = 0.0;
+            double x = 0.0;     ///< From left to right.
+            double y = 0.0;     ///< From bottom to top, or the other way: as it was written.
+            double width = 0.0; ///< Of the brush.
         };
 
         /// What the points make. This library gives no meaning to any value; 0 is the default.
@@ -121,6 +138,7 @@ public:
         /// A default Layer without points, of type and brush 0.
         Paint();
 
+        /// A default Layer but for these values, which are kept as copies.
         Paint(FrameRange const& range, Color const& color, bool visible, Vector<Point> const& points,
               Type type, Brush brush);
 
@@ -132,15 +150,19 @@ public:
         /// Copies points, type and brush: see above. Self-assignment does nothing.
         Paint& operator=(Paint const& other);
 
+        /// @{
         /// The object's own vector. Points are added and removed through it.
         Vector<Point>& getPoints();
         Vector<Point> const& getPoints() const;
+        /// @}
 
+        /// @{
+        /// Kept as they are given.
         Type getType() const;
         void setType(Type type);
-
         Brush getBrush() const;
         void setBrush(Brush brush);
+        /// @}
 
     private:
         class Imp;
@@ -155,14 +177,16 @@ public:
     /// those of its target as they were. Whoever wants a full copy sets them again.
     class ORL_CORE_EXPORT Text : public Layer {
     public:
+        /// Where the text stands, in the units of whoever draws.
         struct ORL_CORE_EXPORT Position {
-            double x = 0.0;
-            double y = 0.0;
+            double x = 0.0; ///< Across.
+            double y = 0.0; ///< Up or down.
         };
 
+        /// What the text is set in.
         struct ORL_CORE_EXPORT Font {
-            String name;
-            double size = 0.0;
+            String name;       ///< As the system that draws knows it.
+            double size = 0.0; ///< In the units of whoever draws.
         };
 
         /// How lines are set. This library gives no meaning to any value; 0 is the default.
@@ -183,6 +207,7 @@ public:
         /// A default Layer with an empty text; all else is 0 or empty.
         Text();
 
+        /// A default Layer but for these values, which are kept as copies.
         Text(FrameRange const& range, Color const& color, bool visible, String const& text,
              Position const& position, Justification justification, Font const& font, double width,
              double orientation);
@@ -196,9 +221,9 @@ public:
         Text& operator=(Text const& other);
 
         /// \name Values
-        /// References are to the object's own fields. Units are those of whoever draws.
         /// @{
 
+        /// References are to the object's own fields. Units are those of whoever draws.
         String const& getText() const;
         void setText(String const& text);
 
@@ -236,12 +261,17 @@ public:
     /// Shares the other's layers, in its own vector. Self-assignment does nothing.
     Annotation& operator=(Annotation const& other);
 
+    /// @{
     /// The object's own vector. Layers are added and removed through it.
     Vector<SharedPtr<Layer>>& getLayers();
     Vector<SharedPtr<Layer>> const& getLayers() const;
+    /// @}
 
+    /// @{
+    /// Whether it is to be shown at all.
     bool isVisible() const;
     void setVisible(bool visible);
+    /// @}
 
 private:
     class Imp;

@@ -22,6 +22,7 @@ public:
     /// In samples per second of each channel.
     virtual int getSampleRate() const = 0;
 
+    /// Of each moment.
     virtual int getChannelCount() const = 0;
 
     /// Which channel is which loudspeaker.
@@ -30,14 +31,19 @@ public:
     /// Of one channel.
     virtual int getBitsPerSample() const = 0;
 
+    /// @{
+    /// How a sample is stored: as a floating-point number, with its highest byte first, with a sign.
     virtual bool isFloat() const = 0;
     virtual bool isBigEndian() const = 0;
     virtual bool isSigned() const = 0;
+    /// @}
 
     /// Whether the samples of all channels alternate.
     virtual bool isInterleaved() const = 0;
 
+    /// Whether it is the format of any audio. What makes it so is the implementation's affair.
     virtual bool isValid() const = 0;
+    /// Whether both are the same format, whatever their classes.
     virtual bool isEqual(AudioFormatInterface const& other) const = 0;
 
     /// An independent copy.

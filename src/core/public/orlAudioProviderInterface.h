@@ -21,13 +21,16 @@ public:
     /// Tells that a buffer was filled, and with what. Borrows the buffer, so it is good for the call only.
     class ORL_CORE_EXPORT FillAudioBufferHint : public NotificationHint {
     public:
+        /// Keeps the three values; the buffer stays the caller's.
         FillAudioBufferHint(char* data, unsigned long size, unsigned long startSample);
         ~FillAudioBufferHint() override;
 
+        /// @{
         /// What fillAudioBuffer() was called with.
         char* getData() const;
         unsigned long getSize() const;
         unsigned long getStartSample() const;
+        /// @}
 
     private:
         char* m_data; // borrowed

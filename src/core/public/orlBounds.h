@@ -29,9 +29,12 @@ public:
     /// All four values are 0.0. Such bounds are not valid.
     Bounds();
 
+    /// Any four numbers; isValid() tells whether they make an area.
     Bounds(double centerX, double centerY, double sizeX, double sizeY);
 
+    /// Copies all values. `other` must not be moved-from.
     Bounds(Bounds const& other);
+    /// Takes the other's value and leaves it moved-from.
     Bounds(Bounds&& other) noexcept;
     ~Bounds();
 
@@ -49,17 +52,17 @@ public:
     /// The opposite of `==`.
     bool operator!=(Bounds const& other) const noexcept;
 
+    /// @{
+    /// The four values, in the units of the image space. Any number is taken.
     double getCenterX() const noexcept;
     void setCenterX(double centerX) noexcept;
-
     double getCenterY() const noexcept;
     void setCenterY(double centerY) noexcept;
-
     double getSizeX() const noexcept;
     void setSizeX(double sizeX) noexcept;
-
     double getSizeY() const noexcept;
     void setSizeY(double sizeY) noexcept;
+    /// @}
 
     /// The width divided by the height; 1.0 for a height within DBL_EPSILON of 0.
     double getFrameRatio() const noexcept;

@@ -38,11 +38,13 @@ public:
     /// Frees what it owns, then looks at a block of the caller's, who keeps it alive for as long.
     virtual void setBuffer(void* data, unsigned long size);
 
+    /// @{
     /// The block, or null.
     void* get() { return m_data; }
     void const* get() const { return m_data; }
     unsigned char* getBytes() { return m_data; }
     unsigned char const* getBytes() const { return m_data; }
+    /// @}
 
     /// In bytes.
     unsigned long getSize() const { return m_size; }
@@ -60,9 +62,9 @@ protected:
     /// Frees the block if it is owned. The fields keep their values.
     void freeOwned();
 
-    unsigned long m_size;
-    unsigned char* m_data;
-    bool m_ownsMemory;
+    unsigned long m_size;  ///< In bytes.
+    unsigned char* m_data; ///< The block, or null.
+    bool m_ownsMemory;     ///< Whether the destructor frees the block.
 };
 
 /// A Buffer for what must not leak: its memory is kept out of the swap space as far as the system allows, and

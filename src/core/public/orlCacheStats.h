@@ -17,8 +17,8 @@ class ORL_CORE_EXPORT CacheStats : public RefCountedMT {
 public:
     /// A range of frames. Whether the end belongs to it is a matter between those who write and read it.
     struct ORL_CORE_EXPORT FrameRange {
-        long long start = 0;
-        long long end = 0;
+        long long start = 0; ///< The first frame.
+        long long end = 0;   ///< The last frame, or the one behind it.
     };
 
     /// Without any range.
@@ -29,6 +29,7 @@ public:
     /// A new object without any range, never null.
     static SharedPtr<CacheStats> create();
 
+    /// The ranges, in the order in which they were put in.
     Vector<FrameRange> frameRanges;
 };
 

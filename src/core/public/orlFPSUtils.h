@@ -52,6 +52,7 @@ public:
     /// The name of a rate. Over 1001 only the three numerators above have one (24024/1001 has none); any
     /// other rate is named by its value, within DBL_EPSILON.
     ///
+    /// \param rate The rate, reduced or not.
     /// \param out Receives the name; left alone after a failure.
     /// \returns kSuccess or kUnsupportedRational.
     static Status getFPSString(Rational const& rate, String& out);
@@ -63,6 +64,7 @@ public:
     /// gives 25000/1000. A numerator beyond 2147483647 stops there; that of a value that is not a number is
     /// 0.
     ///
+    /// \param value Frames per second.
     /// \param out Receives the rate; left alone after a failure.
     /// \returns kSuccess, or kUnsupportedFPSValue for a value of at most DBL_EPSILON.
     static Status getFPSFromValue(double value, Rational& out);
@@ -70,6 +72,7 @@ public:
     /// getFPSFromValue() of the number that the text begins with, as `atof` reads it: in the locale of the
     /// process, whatever follows. The names above give their rates back.
     ///
+    /// \param text Frames per second, in decimal.
     /// \param out Receives the rate; left alone after a failure.
     /// \returns kSuccess, or kUnsupportedFPSValue for a text without a leading number above DBL_EPSILON.
     static Status getFPSFromString(String const& text, Rational& out);

@@ -49,6 +49,7 @@ public:
 
     /// Whether the name holds a frame symbol.
     ///
+    /// \param name Any text.
     /// \param result Receives the answer.
     /// \returns kSuccess. Linear time.
     static Status isSequenceName(String const& name, bool& result);
@@ -57,6 +58,7 @@ public:
     /// become one, in one pass, then one dot goes from the beginning and one from the end. Backslashes go
     /// too. "shot.%04d.exr" gives "shot.exr", "%04d.exr" gives "exr", and "%04d" nothing.
     ///
+    /// \param name Any text.
     /// \param result Receives the name; may be the same object as `name`.
     /// \returns kSuccess. Linear time.
     static Status removeFrameSymbols(String const& name, String& result);
@@ -100,6 +102,7 @@ public:
     /// included, with their names normalised to Unicode's form D. The order is the file system's own.
     ///
     /// \param path A directory or a link to one, used as it stands.
+    /// \param sequences, filter As above; a filter sees the normalised names.
     /// \returns
     /// - kDirectoryNotFound if the path is no directory or can't be asked about; `sequences` is empty then,
     /// - kNoFilenamesFound for a directory without a regular file, and for one that may not be read or not

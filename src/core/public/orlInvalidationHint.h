@@ -13,11 +13,15 @@ namespace ORL_0_81 {
 /// Any two numbers are kept as they are given. Immutable but for assignment.
 class ORL_CORE_EXPORT InvalidationHint : public NotificationHint {
 public:
+    /// Keeps both numbers.
     InvalidationHint(int startFrame, int endFrame);
     ~InvalidationHint() override;
 
+    /// @{
+    /// The numbers that were given.
     int getStartFrame() const;
     int getEndFrame() const;
+    /// @}
 
 private:
     int m_startFrame;

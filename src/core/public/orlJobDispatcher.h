@@ -69,7 +69,9 @@ public:
         JobBase& operator=(JobBase const&) = delete;
         ~JobBase() override;
 
+        /// The job's own number, which no other job of the process has until 2^32 have been made.
         int getId() const;
+        /// As given to the constructor.
         int getPrerequisiteId() const;
 
         /// The work. Called once for each time that the job was added, by a worker, and perhaps by two at a

@@ -44,6 +44,7 @@ public:
         /// Takes over a hidden iterator's allocation, or null. For List itself, not for applications.
         explicit Iterator(void* hidden);
 
+        /// The same position, with an allocation of its own.
         Iterator(Iterator const& other);
         ~Iterator();
 
@@ -85,22 +86,34 @@ public:
     /// \returns the position of the element that followed, or end().
     Iterator erase(Iterator position);
 
+    /// @{
+    /// Removes the first or the last element, of which there must be one.
     void pop_front();
     void pop_back();
+    /// @}
 
     /// Removes all elements.
     void clear();
 
+    /// @{
+    /// How many elements there are, and whether there are none.
     unsigned long size() const;
     bool empty() const;
+    /// @}
 
+    /// @{
+    /// The position of the first element, and that past the last; the same where there are none.
     Iterator begin() const;
     Iterator end() const;
+    /// @}
 
+    /// @{
+    /// The first and the last element, of which there must be one.
     T& front();
     T const& front() const;
     T& back();
     T const& back() const;
+    /// @}
 
 private:
     void* m_hidden; // the standard list, owned

@@ -91,6 +91,7 @@ public:
     /// A medium that fails with kErrorOpeningMediaFile is passed over. No failure keeps the others from being
     /// read.
     ///
+    /// \param paths, bounds, time What the reader is asked for each path; every read has the same bounds and time.
     /// \param metadata The documents of all media that could be read are appended, in the order of `paths`,
     ///     also after a failure of others. So an element says nothing about its path once one has failed.
     /// \returns the first failure in the order of `paths` that is not kErrorOpeningMediaFile, as
@@ -112,6 +113,7 @@ public:
     /// A medium that cannot be read is no failure: its clip keeps what it has, and has `bounds` if it had
     /// none. So is a missing reader.
     ///
+    /// \param document The timeline document.
     /// \param sanitized Receives the complete document in normal form, without a wrapper; "{}" for a document
     ///     without a usable timeline. Unchanged after a failure. May be `document` itself.
     /// \param bounds The reference bounds of every read, and the default of clips without any.
@@ -128,6 +130,7 @@ public:
     /// among the clips that are left. A clip keeps the aspect of its old bounds, or is a square if it had
     /// none, and is centred in its cell. The first row has the smallest y.
     ///
+    /// \param documents Timeline documents, which are used as they are: nothing is read from media.
     /// \param type Is not looked at.
     /// \param name The name of the new timeline.
     /// \param bounds The canvas.

@@ -36,6 +36,7 @@ public:
     /// \returns the login name of the real user id, empty if the password database has no entry for it.
     static String getUserName();
 
+    /// \returns the id of this process.
     static int getpid();
 
     /// Names the calling thread.
@@ -47,11 +48,17 @@ public:
     /// Reads the name of the calling thread. \returns 0, or the system's error number with `name` unchanged.
     static int getThreadName(String& name);
 
+    /// @{
     /// Compare without regard to case, as the system's functions of these names.
     static int strcasecmp(char const* left, char const* right);
     static int strncasecmp(char const* left, char const* right, unsigned long length);
+    /// @}
 
-    /// \param mode Permission bits, before the process's mask. \returns 0, or -1 with errno set.
+    /// Makes one directory; those above it must exist.
+    ///
+    /// \param path The directory to be made.
+    /// \param mode Permission bits, before the process's mask.
+    /// \returns 0, or -1 with errno set.
     static int mkdir(char const* path, int mode);
 
     /// True if the path, with symbolic links followed, is a directory that can be asked about.
@@ -62,6 +69,7 @@ public:
     /// A symbolic link to a directory counts as that directory, so that `recursive` deletes what it holds. A
     /// dangling link is a file.
     ///
+    /// \param path The directory.
     /// \param removeSelf Removes the directory, too, in the end. It is handed down, so that a recursive call
     ///     without it keeps all directories.
     /// \param recursive Enters subdirectories; without it they are left alone, and so is what holds them.
@@ -73,10 +81,12 @@ public:
     /// \returns the system's text for the calling thread's errno. It may change with the next call.
     static char const* strerror();
 
+    /// @{
     /// Keep memory out of the swap space, or no longer. \returns 0, or -1 with errno set, as when the process
     /// is at its limit of locked memory.
     static int mlock(void const* address, unsigned long length);
     static int munlock(void const* address, unsigned long length);
+    /// @}
 
     /// Fills memory in a way that no optimiser takes away.
     ///
@@ -86,6 +96,7 @@ public:
     /// Opens a file as the system's function of this name.
     ///
     /// \param file Receives the open file, which the caller closes, or null.
+    /// \param path, mode As there.
     /// \returns 0 or errno.
     static int fopen(FILE*& file, char const* path, char const* mode);
 };

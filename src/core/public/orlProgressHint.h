@@ -13,9 +13,11 @@ namespace ORL_0_81 {
 /// Any number is kept as it is given; who sends it and who receives it agree on the scale.
 class ORL_CORE_EXPORT ProgressHint : public NotificationHint {
 public:
+    /// Keeps the number.
     explicit ProgressHint(double progress);
     ~ProgressHint() override;
 
+    /// The number that was given.
     double getProgress() const;
 
 private:

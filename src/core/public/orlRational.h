@@ -28,9 +28,12 @@ public:
     /// 0/0: no rate is known.
     Rational();
 
+    /// Any two numbers; nothing is reduced.
     Rational(int numerator, unsigned int denominator);
 
+    /// Copies both values. `other` must not be moved-from.
     Rational(Rational const& other);
+    /// Takes the other's value and leaves it moved-from.
     Rational(Rational&& other) noexcept;
     ~Rational();
 
@@ -40,16 +43,20 @@ public:
     /// Takes the other's value and leaves it moved-from. Self-assignment does nothing.
     Rational& operator=(Rational&& other) noexcept;
 
+    /// @{
+    /// The two numbers as they were given.
     int getNumerator() const noexcept;
     void setNumerator(int numerator) noexcept;
-
     unsigned int getDenominator() const noexcept;
     void setDenominator(unsigned int denominator) noexcept;
+    /// @}
 
     /// The numerator divided by the denominator; 0.0 for a denominator of 0.
     double getValue() const noexcept;
 
     /// \name Comparison of two rates
+    /// @{
+
     /// By the cross products, each cut to its low 32 bits and taken as unsigned. Therefore:
     /// - equality is by value: 48/2 equals 24/1, and 24000/1001 equals 48000/2002;
     /// - 0/0 equals every rate, which no other rate does;
@@ -57,8 +64,6 @@ public:
     ///   wherever a product needs more than 32 bits.
     ///
     /// Callers rely on each of these.
-    /// @{
-
     bool operator==(Rational const& other) const noexcept;
     bool operator!=(Rational const& other) const noexcept;
     bool operator<(Rational const& other) const noexcept;
@@ -66,10 +71,10 @@ public:
 
     /// @}
     /// \name Comparison with a value
-    /// What getValue() gives is compared. Equal are values that differ by less than DBL_EPSILON; `<` knows no
-    /// tolerance. All are false for a value that is not a number.
     /// @{
 
+    /// What getValue() gives is compared. Equal are values that differ by less than DBL_EPSILON; `<` knows no
+    /// tolerance. All are false for a value that is not a number.
     bool operator==(double value) const noexcept;
     bool operator<(double value) const noexcept;
 

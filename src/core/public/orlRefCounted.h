@@ -34,8 +34,11 @@ public:
 
 protected:
     RefCountedBase() = default;
+    /// @{
+    /// Nothing is copied: a count belongs to its object.
     RefCountedBase(RefCountedBase const&) = default;
     RefCountedBase& operator=(RefCountedBase const&) = default;
+    /// @}
 };
 
 /// A plain count, for objects that one thread at a time uses, together with all SharedPtr to them.

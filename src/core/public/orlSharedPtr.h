@@ -37,6 +37,7 @@ public:
     /// Takes a share of `object`, which may be null.
     SharedPtr(T* object) : m_object(object) { acquire(); }
 
+    /// Takes a share of the other's object.
     SharedPtr(SharedPtr const& other) : m_object(other.m_object) { acquire(); }
 
     /// Takes the other's share; the other becomes null and no count changes.
@@ -58,6 +59,7 @@ public:
         return *this;
     }
 
+    /// Takes the other's share, then releases its own; the other becomes null. Self-assignment is safe.
     SharedPtr& operator=(SharedPtr&& other) noexcept {
         SharedPtr(static_cast<SharedPtr&&>(other)).swap(*this);
         return *this;
@@ -66,8 +68,11 @@ public:
     /// The object, or null. Still owned by this pointer.
     T* get() const noexcept { return m_object; }
 
+    /// @{
+    /// The object, of which there must be one.
     T& operator*() const { return *m_object; }
     T* operator->() const { return m_object; }
+    /// @}
 
     /// True when not null.
     explicit operator bool() const noexcept { return m_object != nullptr; }

@@ -310,10 +310,13 @@ public:
     /// expected.
     constexpr operator bool() const noexcept { return success(); }
 
+    /// @{
+    /// Compare the codes themselves: two successes of different codes are not equal.
     constexpr bool operator==(Status const& other) const noexcept { return m_code == other.m_code; }
     constexpr bool operator!=(Status const& other) const noexcept { return m_code != other.m_code; }
     constexpr bool operator==(Type code) const noexcept { return m_code == code; }
     constexpr bool operator!=(Type code) const noexcept { return m_code != code; }
+    /// @}
 
 private:
     Type m_code;

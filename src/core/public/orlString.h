@@ -113,20 +113,20 @@ public:
 
     /// @}
     /// \name Text
-    /// The bytes with a NUL behind them, never null. Valid until the String is next changed or destroyed.
     /// @{
 
+    /// The bytes with a NUL behind them, never null. Valid until the String is next changed or destroyed.
     char const* c_str() const noexcept;
     char const* data() const noexcept;
     char const* asChar() const noexcept;
 
     /// @}
     /// \name Comparison
+    /// @{
+
     /// Byte by byte, unsigned. The result is that of the first bytes that differ, as `memcmp` gives it; if
     /// there are none, it is -1, 0 or 1 by length. A `pos` beyond the end throws; a `len` or `sublen` beyond
     /// it means all the rest.
-    /// @{
-
     int compare(String const& str) const noexcept;
     int compare(unsigned long pos, unsigned long len, String const& str) const;
     int compare(unsigned long pos, unsigned long len, String const& str, unsigned long subpos,
@@ -144,11 +144,11 @@ public:
 
     /// @}
     /// \name Search
+    /// @{
+
     /// The position of the first (`find`) or last (`rfind`) occurrence of a text, or of a character that is
     /// one of a set or none of it; npos when there is none. Forward searches begin at `pos`, backward ones
     /// end with what begins there. An empty needle is found at any `pos` up to the length.
-    /// @{
-
     unsigned long find(String const& str, unsigned long pos = 0) const noexcept;
     unsigned long find(char const* s, unsigned long pos = 0) const;
     unsigned long find(char const* s, unsigned long pos, unsigned long n) const;
@@ -194,11 +194,11 @@ public:
 
     /// @}
     /// \name Elements, for reading
+    /// @{
+
     /// Only at() checks: it throws for a position that is not below the length, for the empty representation
     /// with "In String::at(pos)". The others must not be called on an empty String; operator[] may also be
     /// asked for the NUL at the end of any other.
-    /// @{
-
     char const& at(unsigned long pos) const;
     char const& operator[](unsigned long pos) const;
     char const& front() const;
@@ -206,10 +206,10 @@ public:
 
     /// @}
     /// \name Iterators, for reading
-    /// Valid until the String is next changed or destroyed. All are null for the empty representation, so
-    /// that a loop over it does nothing, but cbegin(), which must not be called on an empty String.
     /// @{
 
+    /// Valid until the String is next changed or destroyed. All are null for the empty representation, so
+    /// that a loop over it does nothing, but cbegin(), which must not be called on an empty String.
     char const* begin() const noexcept;
     char const* end() const noexcept;
     char const* cbegin() const;
@@ -217,12 +217,12 @@ public:
 
     /// @}
     /// \name Elements and iterators, for writing
+    /// @{
+
     /// The object becomes the sole owner of its hidden string first, so that what these give may be written
     /// through; it stays valid until the String is next copied, changed or destroyed. at() throws as above,
     /// and then leaves the object empty; begin() and end() give null for the empty representation, and the
     /// others must not be called on an empty String.
-    /// @{
-
     char& at(unsigned long pos);
     char& operator[](unsigned long pos);
     char& front();
@@ -254,9 +254,9 @@ public:
 
     /// @}
     /// \name Assign
-    /// Replaces the value within the hidden string. Only the empty representation shares `str`.
     /// @{
 
+    /// Replaces the value within the hidden string. Only the empty representation shares `str`.
     String& assign(String const& str);
     String& assign(String const& str, unsigned long pos, unsigned long len = npos);
     String& assign(char const* s);
@@ -265,10 +265,10 @@ public:
 
     /// @}
     /// \name Insert
-    /// Puts the text before the byte at `pos`, which may be the length. On the empty representation only a
-    /// `pos` of 0 is possible; any other throws with a text that names the operation.
     /// @{
 
+    /// Puts the text before the byte at `pos`, which may be the length. On the empty representation only a
+    /// `pos` of 0 is possible; any other throws with a text that names the operation.
     String& insert(unsigned long pos, String const& str);
     String& insert(unsigned long pos, String const& str, unsigned long subpos, unsigned long sublen = npos);
     String& insert(unsigned long pos, char const* s);
@@ -277,10 +277,10 @@ public:
 
     /// @}
     /// \name Replace
-    /// Puts the text in the place of at most `len` bytes from `pos` on. The empty representation behaves as
-    /// in insert(), whatever `len`.
     /// @{
 
+    /// Puts the text in the place of at most `len` bytes from `pos` on. The empty representation behaves as
+    /// in insert(), whatever `len`.
     String& replace(unsigned long pos, unsigned long len, String const& str);
     String& replace(unsigned long pos, unsigned long len, String const& str, unsigned long subpos,
                     unsigned long sublen = npos);
@@ -345,10 +345,10 @@ ORL_CORE_EXPORT bool operator>=(String const& left, char const* right);
 
 /// @}
 /// \name Concatenation
-/// The left operand as a String, then the matching `operator+=`: what stands on the right of an empty left
-/// operand is shared.
 /// @{
 
+/// The left operand as a String, then the matching `operator+=`: what stands on the right of an empty left
+/// operand is shared.
 ORL_CORE_EXPORT String operator+(String const& left, String const& right);
 ORL_CORE_EXPORT String operator+(String const& left, char const* right);
 ORL_CORE_EXPORT String operator+(String const& left, char right);

@@ -13,14 +13,14 @@ namespace ORL_0_81 {
 
 /// A name and the value that goes with it.
 struct ORL_CORE_EXPORT NameValueStruct {
-    String name;
-    String value;
+    String name;  ///< The name.
+    String value; ///< Its value.
 };
 
 /// A name and a text for people that explains it.
 struct ORL_CORE_EXPORT NameDescriptionStruct {
-    String name;
-    String description;
+    String name;        ///< The name.
+    String description; ///< What it stands for.
 };
 
 } // namespace ORL_0_81

@@ -32,9 +32,12 @@ class Observer;
 /// A hint lives only for the call. It has no state of its own.
 class ORL_CORE_EXPORT NotificationHint {
 public:
+    /// @{
+    /// There is nothing to initialise or to copy.
     NotificationHint();
     NotificationHint(NotificationHint const& other);
     NotificationHint& operator=(NotificationHint const& other);
+    /// @}
     virtual ~NotificationHint();
 };
 

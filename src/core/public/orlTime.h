@@ -33,10 +33,13 @@ public:
     /// Keeps a copy of the rate.
     Time(long long nbTicks, Rational const& rate);
 
+    /// Copies ticks and rate. `other` must not be moved-from.
     Time(Time const& other);
+    /// Takes the other's value and leaves it moved-from.
     Time(Time&& other) noexcept;
     ~Time();
 
+    /// Copies ticks and rate. Neither object may be moved-from.
     Time& operator=(Time const& other) noexcept;
 
     /// Takes the other's value and leaves it moved-from. Self-assignment does nothing.
@@ -56,6 +59,7 @@ public:
     /// True for the undefined number of ticks, whatever the rate.
     bool isUndefined() const noexcept;
 
+    /// How many ticks of the rate.
     long long getNbTicks() const noexcept;
 
     /// The rate stays as it is.

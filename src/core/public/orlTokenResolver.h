@@ -87,6 +87,7 @@ public:
 
     /// Replaces the tokens in `input`.
     ///
+    /// \param input any text.
     /// \param output receives the complete text, whatever the status; may be the same object as `input`.
     /// \returns success, or the first failure: of making the table (kDuplicateTokenAdded, or what a producer
     ///     returned), then of the tokens' getValue(), from left to right.

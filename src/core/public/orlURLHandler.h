@@ -26,22 +26,30 @@ public:
         /// Two empty texts, and an expiration time of 0.
         ResolvedUrl();
 
+        /// Copies all three values.
         ResolvedUrl(ResolvedUrl const& other);
         ~ResolvedUrl();
+        /// Copies all three values.
         ResolvedUrl& operator=(ResolvedUrl const& other);
 
+        /// @{
         /// What to open instead of the URL.
         String const& getResolvedPath() const;
         void setResolvedPath(String const& resolvedPath);
+        /// @}
 
+        /// @{
         /// How the file was called where it came from.
         String const& getOriginalFilename() const;
         void setOriginalFilename(String const& originalFilename);
+        /// @}
 
+        /// @{
         /// Until when the path can be opened. This library never compares it with any clock; its unit and its
         /// zero are those of the handler.
         long long getExpirationTime() const;
         void setExpirationTime(long long expirationTime);
+        /// @}
 
     private:
         class Imp;

@@ -43,6 +43,7 @@ public:
         /// Takes over a hidden iterator's allocation, or null. For Vector itself, not for applications.
         explicit Iterator(void* hidden);
 
+        /// The same position, with an allocation of its own.
         Iterator(Iterator const& other);
         ~Iterator();
 
@@ -64,13 +65,17 @@ public:
         /// Moves by that many elements, back if `count` is negative.
         Iterator& operator+=(long count);
 
+        /// @{
         /// Whether both are the same position of the same Vector.
         bool operator==(Iterator const& other) const;
         bool operator!=(Iterator const& other) const;
+        /// @}
 
+        /// @{
         /// The element, for reading and writing.
         T& operator*() const;
         T* operator->() const;
+        /// @}
 
     private:
         friend class Vector;
@@ -109,22 +114,35 @@ public:
     /// \returns the same position, which now holds the element that followed, or end().
     Iterator erase(Iterator position);
 
+    /// Removes the last element, of which there must be one.
     void pop_back();
 
     /// Removes all elements and keeps the capacity.
     void clear();
 
+    /// @{
+    /// How many elements there are, and whether there are none.
     unsigned long size() const;
     bool empty() const;
+    /// @}
 
+    /// @{
+    /// The position of the first element, and that past the last; the same where there are none.
     Iterator begin() const;
     Iterator end() const;
+    /// @}
 
+    /// @{
+    /// The last element, of which there must be one.
     T& back();
     T const& back() const;
+    /// @}
 
+    /// @{
+    /// The element with this index, which must be below size().
     T& operator[](unsigned long index);
     T const& operator[](unsigned long index) const;
+    /// @}
 
 private:
     void* m_hidden; // the standard vector, owned

@@ -21,9 +21,11 @@ public:
     /// The form of the image.
     virtual VideoBufferResolution getResolution() const = 0;
 
+    /// @{
     /// The first byte of the image, which the object owns.
     virtual void* getData() = 0;
     virtual void const* getData() const = 0;
+    /// @}
 
     /// In bytes.
     virtual unsigned long getSize() const = 0;

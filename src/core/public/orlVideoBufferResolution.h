@@ -38,7 +38,9 @@ public:
                           int bitsPerChannel, int numChannels, bool isFloat, bool isBigEndian,
                           String const& colorSpace);
 
+    /// Copies all values. `other` must not be moved-from.
     VideoBufferResolution(VideoBufferResolution const& other);
+    /// Takes the other's value and leaves it moved-from.
     VideoBufferResolution(VideoBufferResolution&& other) noexcept;
     ~VideoBufferResolution();
 
@@ -62,9 +64,9 @@ public:
     /// \name Dimensions, in pixels
     /// @{
 
+    /// Any number is taken.
     int getWidth() const noexcept;
     void setWidth(int width) noexcept;
-
     int getHeight() const noexcept;
     void setHeight(int height) noexcept;
 
@@ -92,9 +94,9 @@ public:
     /// \name Free texts; nothing here interprets them
     /// @{
 
+    /// A copy shares its text.
     String getScanFormat() const noexcept;
     void setScanFormat(String const& scanFormat) noexcept;
-
     String getColorSpace() const noexcept;
     void setColorSpace(String const& colorSpace) noexcept;
 

@@ -77,6 +77,7 @@ public:
     Status readMediaMetadata(String const& path, Bounds const& bounds, Time const& time,
                              String& metadata) override;
 
+    /// @{
     /// The protocols that may be used beside local files, by FFmpeg's names with commas between them, such as
     /// "http,https,tcp,tls". Each protocol that another one stands on must be named, too. Empty at first.
     ///
@@ -84,7 +85,9 @@ public:
     /// a local file never leads to one.
     void setAllowedProtocols(String const& names);
     String getAllowedProtocols() const;
+    /// @}
 
+    /// @{
     /// The longest that one medium may take, in seconds: in time for what may keep a reader waiting, which is
     /// named pipes, URLs and playlists, and in work of the processor for all. 10 at first. Values that are
     /// not above 0 mean no time at all.
@@ -94,10 +97,13 @@ public:
     /// again.
     void setTimeLimit(double seconds);
     double getTimeLimit() const;
+    /// @}
 
+    /// @{
     /// Whether FFmpeg's log passes. False at first.
     void setLogging(bool enabled);
     bool isLogging() const;
+    /// @}
 
 private:
     class Imp;

@@ -1,0 +1,53 @@
+# Debian packages by cpack, one for each part of the installed tree (see OrlInstall.cmake).
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME orlcore)
+set(CPACK_PACKAGE_VERSION "${PROJECT_VERSION}")
+set(CPACK_PACKAGE_CONTACT "Contributors to the orlCore project <contributors@orlcore.invalid>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
+set(CPACK_RESOURCE_FILE_LICENSE "${PROJECT_SOURCE_DIR}/LICENSE")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_GROUPING IGNORE)
+set(CPACK_COMPONENTS_ALL Runtime Development)
+if(TARGET orlFFmpegReader)
+  list(APPEND CPACK_COMPONENTS_ALL FFmpegReader)
+endif()
+if(TARGET orl)
+  list(APPEND CPACK_COMPONENTS_ALL Tools)
+endif()
+
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS OFF)
+
+# The major and minor version are part of the name, as they are of the library's: two of them can be installed
+# beside each other.
+set(same "(= ${PROJECT_VERSION})")
+
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME liborlcore0.81)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "${PROJECT_DESCRIPTION}: the library")
+
+# The tools that find shared libraries don't know those of this very build.
+set(CPACK_DEBIAN_FFMPEGREADER_PACKAGE_NAME liborlffmpegreader0.81)
+set(CPACK_DEBIAN_FFMPEGREADER_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_FFMPEGREADER_PACKAGE_DEPENDS "liborlcore0.81 ${same}")
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${PROJECT_BINARY_DIR}/src/core")
+set(CPACK_COMPONENT_FFMPEGREADER_DESCRIPTION "${PROJECT_DESCRIPTION}: the media reader on FFmpeg")
+
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME liborlcore0.81-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SHLIBDEPS OFF)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "liborlcore0.81 ${same}")
+if(TARGET orlFFmpegReader)
+  string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", liborlffmpegreader0.81 ${same}")
+endif()
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "${PROJECT_DESCRIPTION}: headers and package files")
+
+set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME orl)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION video)
+set(CPACK_COMPONENT_TOOLS_DESCRIPTION "${PROJECT_DESCRIPTION}: the program orl")
+
+include(CPack)
