@@ -3,6 +3,7 @@
 #include "orlProgram.h"
 
 #include "orlCompleteCommand.h"
+#include "orlConvertCommand.h"
 #include "orlDocumentFile.h"
 #include "orlFPSUtils.h"
 #include "orlInfoCommand.h"
@@ -40,6 +41,7 @@ void describe(CLI::App& app) {
                "Examples:\n"
                "  orl info cut.otio\n"
                "  orl normalize cut.otio -o normal.otio\n"
+               "  orl convert new.otio -o cut.otio\n"
                "  orl probe plate.mov shot.%04d.exr\n"
                "  orl complete cut.otio -o complete.otio\n"
                "  orl layout *.mov --svg layout.svg -o layout.otio\n"
@@ -60,6 +62,23 @@ CLI::App& addNormalize(CLI::App& app, NormalizeCommand& command) {
                      "Example:\n"
                      "  orl normalize --strict cut.otio -o normal.otio\n");
     return normalize;
+}
+
+CLI::App& addConvert(CLI::App& app, ConvertCommand& command) {
+    CLI::App& convert = *app.add_subcommand(
+        "convert", "Turn a document of newer writers into the dialect that all other commands read, and tell "
+                   "on standard error what that leaves out");
+    convert.add_option("FILE", command.file, kInputHelp)->type_name("");
+    convert.add_option("-o,--output", command.output, "File to write; - is standard output")
+        ->type_name("OUT");
+    convert.add_flag("--quiet", command.isQuiet, "Do not tell what is left out");
+    convert.add_flag("--strict", command.isStrict, "Fail, and write nothing, if anything would be left out");
+    convert.footer("Of the media references of a clip the active one becomes the clip's only one. What needs "
+                   "no\nconversion is written as it stands, byte for byte. Without FILE standard input is "
+                   "read.\n\n"
+                   "Example:\n"
+                   "  orl convert new.otio | orl complete - | orl layout - -o layout.otio\n");
+    return convert;
 }
 
 CLI::App& addInfo(CLI::App& app, InfoCommand& command) {
@@ -211,11 +230,13 @@ int run(std::vector<std::string> arguments, Streams const& streams) {
     NormalizeCommand normalize;
     InfoCommand info;
     describe(app);
+    ConvertCommand convert;
     CompleteCommand complete;
     LayoutCommand layout;
     ProbeCommand probe;
     SequencesCommand sequences;
     CLI::App const& normalizeApp = addNormalize(app, normalize);
+    CLI::App const& convertApp = addConvert(app, convert);
     CLI::App const& infoApp = addInfo(app, info);
     CLI::App const& probeApp = addProbe(app, probe);
     CLI::App const& completeApp = addComplete(app, complete);
@@ -225,9 +246,9 @@ int run(std::vector<std::string> arguments, Streams const& streams) {
     try {
         arguments = marked(std::move(arguments));
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-        for (std::string* const name :
-             {&normalize.file, &normalize.output, &complete.file, &complete.output, &layout.output,
-              &layout.picture, &layout.name, &sequences.directory, &sequences.filter}) {
+        for (std::string* const name : {&normalize.file, &normalize.output, &convert.file, &convert.output,
+                                        &complete.file, &complete.output, &layout.output, &layout.picture,
+                                        &layout.name, &sequences.directory, &sequences.filter}) {
             unmark(*name);
         }
         for (std::vector<std::string>* const names : {&info.files, &layout.paths, &probe.paths}) {
@@ -247,6 +268,8 @@ int run(std::vector<std::string> arguments, Streams const& streams) {
     bool isGood = true;
     if (normalizeApp.parsed()) {
         normalize.run(streams);
+    } else if (convertApp.parsed()) {
+        convert.run(streams);
     } else if (infoApp.parsed()) {
         isGood = info.run(streams, tell);
     } else if (probeApp.parsed()) {

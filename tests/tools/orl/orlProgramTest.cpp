@@ -74,8 +74,8 @@ struct BrokenText {
 
 class BrokenTextRow : public testing::TestWithParam<BrokenText> {};
 
-TEST_P(BrokenTextRow, IsRefusedByBothCommandsWithItsPlaceAndReason) {
-    for (char const* command : {"normalize", "info"}) {
+TEST_P(BrokenTextRow, IsRefusedByEachCommandWithItsPlaceAndReason) {
+    for (char const* command : {"convert", "normalize", "info"}) {
         Outcome const run = orl({command, "-"}, GetParam().text);
         EXPECT_EQ(run.code, 1);
         EXPECT_EQ(run.out, "");
