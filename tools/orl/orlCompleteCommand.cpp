@@ -44,14 +44,14 @@ private:
     std::map<std::pair<std::string, std::string>, std::size_t> m_failures;
 };
 
-void print(WatchingReader const& reader, std::string const& file, std::ostream& error) {
+void print(WatchingReader const& reader, std::string const& file, Streams const& streams) {
     if (reader.failures().empty()) {
         return;
     }
-    error << "orl: " << inQuotes(file) << ": not read:\n";
+    streams.error << streams.errorStyle.warning("orl:") << ' ' << inQuotes(file) << ": not read:\n";
     for (auto const& [failure, times] : reader.failures()) {
-        error << "  " << inQuotes(failure.first) << ": " << failure.second
-              << (times > 1 ? " (" + std::to_string(times) + " times)" : "") << '\n';
+        streams.error << "  " << inQuotes(failure.first) << ": " << failure.second
+                      << (times > 1 ? " (" + std::to_string(times) + " times)" : "") << '\n';
     }
 }
 
@@ -78,7 +78,7 @@ void CompleteCommand::run(Streams const& streams) const {
     }
 
     if (!isQuiet) {
-        print(*watching, file, streams.error);
+        print(*watching, file, streams);
     }
     if (isStrict && !watching->failures().empty()) {
         throw InputError(file, std::to_string(watching->failures().size()) +

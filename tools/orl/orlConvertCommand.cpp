@@ -19,7 +19,7 @@ void ConvertCommand::run(Streams const& streams) const {
     LossReport losses;
     std::string const converted = toDialect(text, losses);
     if (!isQuiet) {
-        losses.print(file, "dialect", streams.error);
+        losses.print(file, "dialect", streams);
     }
     if (isStrict) {
         losses.refuseLosses(file, "dialect");

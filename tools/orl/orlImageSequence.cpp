@@ -2,10 +2,14 @@
 // Copyright Contributors to the orlCore project
 #include "orlImageSequence.h"
 
+#include "internal/orlFrameNotation.h"
 #include "internal/orlJson.h"
 #include "orlJsonForms.h"
 #include "orlJsonScanner.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 
 namespace ORL_0_81::tool {
@@ -29,12 +33,11 @@ std::string urlOf(rapidjson::Value const& reference) {
     if (!url.empty() && url.back() != '/') {
         url += '/';
     }
-    // Numbers have nine digits at most wherever sequences are found.
-    constexpr int kMostDigits = 9;
-    std::int32_t padding = 0;
+    std::int32_t padding = 1;
     readInt(reference, "frame_zero_padding", padding);
-    bool const isPadded = padding > 1 && padding <= kMostDigits;
-    return url + prefix + (isPadded ? "%0" + std::to_string(padding) + 'd' : "%d") + suffix;
+    std::size_t const width = padding < 1 ? 1 : static_cast<std::size_t>(padding);
+    // No frame that has more digits is ever found, so a wider symbol would find none at all.
+    return url + prefix + FrameNotation::frameSymbol(std::min(width, FrameNotation::MAX_DIGITS)) + suffix;
 }
 
 } // namespace

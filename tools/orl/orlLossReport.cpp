@@ -27,13 +27,14 @@ void LossReport::add(LossKind kind, std::string const& what, JsonPath const& pla
     }
 }
 
-void LossReport::print(std::string const& file, std::string const& form, std::ostream& error) const {
+void LossReport::print(std::string const& file, std::string const& form, Streams const& streams) const {
     if (m_groups.empty()) {
         return;
     }
-    error << "orl: " << inQuotes(file) << ": not in the " << form << ":\n";
+    streams.error << streams.errorStyle.warning("orl:") << ' ' << inQuotes(file) << ": not in the " << form
+                  << ":\n";
     for (LossGroup const& group : m_groups) {
-        error << "  " << line(group) << '\n';
+        streams.error << "  " << line(group) << '\n';
     }
 }
 

@@ -4,9 +4,9 @@
 #define ORL_LOSS_REPORT_H
 
 #include "orlLossFinder.h"
+#include "orlStreams.h"
 
 #include <cstddef>
-#include <iosfwd>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -42,10 +42,10 @@ public:
     /// One line for each group, for people: how often, what, and where first.
     static std::string line(LossGroup const& group);
 
-    /// Writes a heading and a line for each group, if there are any.
+    /// Writes to the error stream a heading and a line for each group, if there are any.
     ///
     /// \param form What the document was brought to, such as "normal form".
-    void print(std::string const& file, std::string const& form, std::ostream& error) const;
+    void print(std::string const& file, std::string const& form, Streams const& streams) const;
 
     /// \throws InputError if there is any loss.
     void refuseLosses(std::string const& file, std::string const& form) const;

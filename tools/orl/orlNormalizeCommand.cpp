@@ -12,7 +12,7 @@ void NormalizeCommand::run(Streams const& streams) const {
     TimelineDocument const document(file, readDocument(file, streams.in));
     LossReport const report(document);
     if (!isQuiet) {
-        report.print(file, "normal form", streams.error);
+        report.print(file, "normal form", streams);
     }
     if (isStrict) {
         report.refuseLosses(file, "normal form");

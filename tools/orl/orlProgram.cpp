@@ -4,6 +4,7 @@
 
 #include "orlCompleteCommand.h"
 #include "orlConvertCommand.h"
+#include "orlCoreVersionInfo.h"
 #include "orlDocumentFile.h"
 #include "orlFPSUtils.h"
 #include "orlInfoCommand.h"
@@ -33,7 +34,8 @@ constexpr char const kInputHelp[] = "Timeline document; - is standard input";
 
 void describe(CLI::App& app) {
     app.description("Shows, completes and lays out timeline documents and the media that they name.");
-    app.set_version_flag("--version", "orl " ORL_VERSION);
+    app.set_version_flag("--version", getVersionLine(kVersionInfo),
+                         "Print the line that tells which build of the library this is, and exit");
     app.set_help_flag("-h,--help", "Print this help and exit");
     app.require_subcommand(1);
     app.footer("Exit codes: 0 good, 1 the input is at fault or a file cannot be written, 2 wrong usage.\n"
@@ -203,8 +205,12 @@ CLI::App& addSequences(CLI::App& app, SequencesCommand& command) {
     return sequences;
 }
 
-void print(InputError const& error, std::ostream& out) {
-    out << "orl ERROR: " << inQuotes(error.file()) << " : " << error.what() << '\n';
+void printError(std::string const& text, Streams const& streams) {
+    streams.error << streams.errorStyle.error("orl ERROR:") << ' ' << text << '\n';
+}
+
+void print(InputError const& error, Streams const& streams) {
+    printError(inQuotes(error.file()) + " : " + error.what(), streams);
 }
 
 // The parser takes an argument in brackets for a list. Ours are names of files, so they go through it marked.
@@ -260,11 +266,11 @@ int run(std::vector<std::string> arguments, Streams const& streams) {
         writeToStream(streams.out, text.str());
         return kExitGood;
     } catch (CLI::ParseError const& error) {
-        streams.error << "orl ERROR: " << printable(error.what()) << "\nTry orl --help.\n";
+        printError(printable(error.what()) + "\nTry orl --help.", streams);
         return kExitWrongUsage;
     }
 
-    auto const tell = [&streams](InputError const& error) { print(error, streams.error); };
+    auto const tell = [&streams](InputError const& error) { print(error, streams); };
     bool isGood = true;
     if (normalizeApp.parsed()) {
         normalize.run(streams);
@@ -290,9 +296,9 @@ int runOrl(std::vector<std::string> const& arguments, Streams const& streams) {
     try {
         return run(arguments, streams);
     } catch (InputError const& error) {
-        print(error, streams.error);
+        print(error, streams);
     } catch (std::exception const& error) {
-        streams.error << "orl ERROR: " << error.what() << '\n';
+        printError(error.what(), streams);
     }
     return kExitInputAtFault;
 }

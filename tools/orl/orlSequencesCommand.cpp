@@ -74,7 +74,7 @@ private:
                 text += toSequenceJson(folder, sequence);
                 break;
             default:
-                text += toSequenceText(folder, sequence);
+                text += toSequenceText(folder, sequence, m_streams.outStyle);
             }
             bool const isNulEnded =
                 m_command.isNulSeparated && m_command.form == SequencesCommand::Form::kPlain;
@@ -116,7 +116,8 @@ std::vector<fs::path> directoriesBelow(fs::path const& path, std::vector<InputEr
 
 } // namespace
 
-std::string toSequenceText(std::string const& folder, FoundSequence const& found) {
+std::string toSequenceText(std::string const& folder, FoundSequence const& found,
+                           TerminalStyle const& style) {
     std::string text = folder + found.name;
     if (!found.isSequence()) {
         return text;
@@ -125,13 +126,14 @@ std::string toSequenceText(std::string const& folder, FoundSequence const& found
             std::to_string(found.frames.size());
     constexpr std::size_t kMaxRanges = 20;
     auto const missing = found.missing();
+    std::string ranges;
     for (std::size_t i = 0; i < std::min(missing.size(), kMaxRanges); ++i) {
-        text += (i == 0 ? ", missing " : ", ") + rangeText(missing[i].first, missing[i].second);
+        ranges += (i == 0 ? "missing " : ", ") + rangeText(missing[i].first, missing[i].second);
     }
     if (missing.size() > kMaxRanges) {
-        text += " and " + std::to_string(missing.size() - kMaxRanges) + " more";
+        ranges += " and " + std::to_string(missing.size() - kMaxRanges) + " more";
     }
-    return text + ')';
+    return text + (ranges.empty() ? ")" : ", " + style.warning(ranges) + ')');
 }
 
 std::string toSequenceJson(std::string const& folder, FoundSequence const& found) {

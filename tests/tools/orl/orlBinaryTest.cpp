@@ -83,6 +83,12 @@ TEST(Process, LaysOutADocumentOfANewerWriterThroughAPipe) {
 }
 #endif
 
+TEST(Process, PrintsForItsVersionWhatTheLibraryPrintsWhenItIsLoaded) {
+    std::string const line = shell(R"(env -u MARLINE_DUMP_VERSION_INFO "$orl" --version 2>&1)").out;
+    EXPECT_EQ(shell(R"(MARLINE_DUMP_VERSION_INFO=1 "$orl" --help 2>&1 >/dev/null)").out, line);
+    EXPECT_THAT(line, StartsWith("         orlCore: orl version "));
+}
+
 TEST(Process, TellsItsExitCodeToTheShell) {
     EXPECT_EQ(shell(R"("$orl" --version)").code, 0);
     EXPECT_EQ(shell(R"("$orl" normalize absent.otio 2>&1)").code, 1);

@@ -211,12 +211,12 @@ INSTANTIATE_TEST_SUITE_P(
             newer(
                 R"(,"media_references":{"DEFAULT_MEDIA":{"OTIO_SCHEMA":"ImageSequenceReference.1","name_prefix":"a."}})"),
             older(
-                R"(,"media_reference":{"OTIO_SCHEMA":"ImageSequenceReference.1","name_prefix":"a.","target_url":"a.%d"})"),
+                R"(,"media_reference":{"OTIO_SCHEMA":"ImageSequenceReference.1","name_prefix":"a.","target_url":"a.%01d"})"),
             {}},
         Row{"OfAnOlderClipGetsAUrl",
             older(R"(,"media_reference":{"OTIO_SCHEMA":"ImageSequenceReference.1","name_prefix":"a."})"),
             older(
-                R"(,"media_reference":{"OTIO_SCHEMA":"ImageSequenceReference.1","name_prefix":"a.","target_url":"a.%d"})"),
+                R"(,"media_reference":{"OTIO_SCHEMA":"ImageSequenceReference.1","name_prefix":"a.","target_url":"a.%01d"})"),
             {}}),
     rowName);
 
@@ -263,10 +263,10 @@ TEST(ImageSequence, GetsTheUrlOfItsParts) {
                 "file:///p/a.%09d.exr"},
             Case{
                 R"("target_url_base":"file:///p/","name_prefix":"","name_suffix":".exr","frame_zero_padding":0)",
-                "file:///p/%d.exr"},
-            Case{R"("name_suffix":"_\"x\".exr","frame_zero_padding":1)", R"(%d_\"x\".exr)"},
-            Case{R"("name_prefix":"a.","frame_zero_padding":10)", "a.%d"},
-            Case{R"("name_prefix":"a.","frame_zero_padding":-4)", "a.%d"},
+                "file:///p/%01d.exr"},
+            Case{R"("name_suffix":"_\"x\".exr","frame_zero_padding":1)", R"(%01d_\"x\".exr)"},
+            Case{R"("name_prefix":"a.","frame_zero_padding":10)", "a.%09d"},
+            Case{R"("name_prefix":"a.","frame_zero_padding":-4)", "a.%01d"},
         }) {
         EXPECT_EQ(withSequenceUrl(reference(members)), reference(members + R"(,"target_url":")" + url + '"'));
     }
@@ -276,14 +276,14 @@ TEST(ImageSequence, HasItsUrlWrittenLikeItsOtherMembers) {
     EXPECT_EQ(
         withSequenceUrl("{\n  \"OTIO_SCHEMA\": \"ImageSequenceReference.1\",\n  \"name_prefix\": \"a\"\n}"),
         "{\n  \"OTIO_SCHEMA\": \"ImageSequenceReference.1\",\n  \"name_prefix\": \"a\",\n"
-        "  \"target_url\": \"a%d\"\n}");
+        "  \"target_url\": \"a%01d\"\n}");
 }
 
 TEST(ImageSequence, TakesThePlaceOfAUrlThatSaysNothing) {
     for (char const* nothing : {"null", "\"\"", "{}"}) {
         EXPECT_EQ(withSequenceUrl(R"({"target_url": )" + std::string(nothing) +
                                   R"(, "OTIO_SCHEMA":"ImageSequenceReference.1","name_prefix":"a"})"),
-                  R"({"target_url": "a%d", "OTIO_SCHEMA":"ImageSequenceReference.1","name_prefix":"a"})");
+                  R"({"target_url": "a%01d", "OTIO_SCHEMA":"ImageSequenceReference.1","name_prefix":"a"})");
     }
 }
 
