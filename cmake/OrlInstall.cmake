@@ -50,4 +50,9 @@ install(FILES "${PROJECT_BINARY_DIR}/orlCore_0_81.pc"
 
 if(TARGET orl)
   install(TARGETS orl RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  set(orl_tool_dir "${PROJECT_SOURCE_DIR}/tools/orl")
+  install(FILES "${orl_tool_dir}/man/orl.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+  install(FILES "${orl_tool_dir}/completions/orl.bash"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME orl)
+  install(FILES "${orl_tool_dir}/completions/_orl" DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/site-functions")
 endif()
