@@ -2,6 +2,7 @@
 // Copyright Contributors to the orlCore project
 #include "orlSequencesCommand.h"
 
+#include "internal/orlSequenceDetection.h"
 #include "orlDocumentFile.h"
 #include "orlStatusWords.h"
 
@@ -52,8 +53,8 @@ public:
         write("", names);
     }
 
-    void listDirectory(std::vector<std::string> const& names, std::string const& folder) const {
-        write(folder, {names.begin(), names.end()});
+    void listDirectory(DirectoryNames const& names, std::string const& folder) const {
+        write(folder, names.views());
     }
 
 private:
@@ -88,9 +89,9 @@ private:
 };
 
 // \throws InputError
-std::vector<std::string> readDirectory(std::string const& path) {
+DirectoryNames readDirectory(std::string const& path) {
     try {
-        return namesInDirectory(path);
+        return DirectoryNames(path);
     } catch (fs::filesystem_error const& error) {
         throw InputError(path, error.code().message());
     }
@@ -192,7 +193,7 @@ bool SequencesCommand::run(Streams const& streams, std::function<void(InputError
         open.pop_back();
         std::size_t const known = faults.size();
         std::vector<fs::path> const below = directoriesBelow(next, faults);
-        std::vector<std::string> names;
+        DirectoryNames names;
         // What cannot be listed is told once.
         if (faults.size() == known) {
             try {
