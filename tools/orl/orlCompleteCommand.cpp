@@ -2,6 +2,7 @@
 // Copyright Contributors to the orlCore project
 #include "orlCompleteCommand.h"
 
+#include "internal/orlServiceRegistry.h"
 #include "orlDocumentFile.h"
 #include "orlPrintable.h"
 #include "orlProgress.h"
@@ -44,6 +45,22 @@ private:
     std::map<std::pair<std::string, std::string>, std::size_t> m_failures;
 };
 
+// Lets the reader that was registered before, if any, be so again in the end.
+class RegisteredReader {
+public:
+    RegisteredReader() = default;
+    ~RegisteredReader() {
+        if (m_reader) {
+            registerAgain(*m_reader, Service::kMediaMetadataReaderService);
+        }
+    }
+    RegisteredReader(RegisteredReader const&) = delete;
+    RegisteredReader& operator=(RegisteredReader const&) = delete;
+
+private:
+    SharedPtr<MediaMetadataReader> const m_reader = MediaMetadata::getMediaMetadataReader();
+};
+
 void print(WatchingReader const& reader, std::string const& file, Streams const& streams) {
     if (reader.failures().empty()) {
         return;
@@ -63,6 +80,7 @@ void CompleteCommand::run(Streams const& streams) const {
         throw InputError(file, "holds no timeline");
     }
 
+    RegisteredReader const before;
     SharedPtr<MediaMetadataReader> const reader = openReader(file);
     SharedPtr<WatchingReader> watching;
     String completed;
