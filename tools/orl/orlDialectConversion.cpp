@@ -152,7 +152,8 @@ void Conversion::byVersion(Members const& members, JsonPath const& place) {
     if (!schema || !m_scanner.isString(schema->value.begin)) {
         return;
     }
-    std::string const name = m_scanner.decoded(schema->value).c_str(); // the reader stops at a zero byte
+    std::string name = m_scanner.decoded(schema->value);
+    name.erase(std::min(name.find('\0'), name.size())); // where the reader stops, too
     if (name == "Clip.1") {
         if (ObjectMember const* const reference = firstOf(members, kReference)) {
             carry(reference->value, reference->value);
