@@ -51,6 +51,12 @@ install(FILES
 
 if(TARGET orl)
   install(TARGETS orl RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT Tools)
+  set(orl_tool_dir "${PROJECT_SOURCE_DIR}/tools/orl")
+  install(FILES "${orl_tool_dir}/man/orl.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT Tools)
+  install(FILES "${orl_tool_dir}/completions/orl.bash"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME orl COMPONENT Tools)
+  install(FILES "${orl_tool_dir}/completions/_orl"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/site-functions" COMPONENT Tools)
 endif()
 
 include(OrlPackages)

@@ -29,6 +29,8 @@ int main(int argc, char** argv) {
     // A reader that has gone is told like a full disk.
     std::signal(SIGPIPE, SIG_IGN);
     std::ios::sync_with_stdio(false);
-    return ORL_0_81::tool::runOrl(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc),
-                                  {std::cin, std::cout, std::cerr, ::isatty(2) == 1});
+    using namespace ORL_0_81::tool;
+    return runOrl(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc),
+                  {std::cin, std::cout, std::cerr, isTerminal(STDERR_FILENO),
+                   TerminalStyle::of(STDOUT_FILENO), TerminalStyle::of(STDERR_FILENO)});
 }

@@ -2,6 +2,7 @@
 // Copyright Contributors to the orlCore project
 #include "orlCompleteCommand.h"
 
+#include "internal/orlServiceRegistry.h"
 #include "orlDocumentFile.h"
 #include "orlPrintable.h"
 #include "orlProgress.h"
@@ -44,14 +45,30 @@ private:
     std::map<std::pair<std::string, std::string>, std::size_t> m_failures;
 };
 
-void print(WatchingReader const& reader, std::string const& file, std::ostream& error) {
+// Lets the reader that was registered before, if any, be so again in the end.
+class RegisteredReader {
+public:
+    RegisteredReader() = default;
+    ~RegisteredReader() {
+        if (m_reader) {
+            registerAgain(*m_reader, Service::kMediaMetadataReaderService);
+        }
+    }
+    RegisteredReader(RegisteredReader const&) = delete;
+    RegisteredReader& operator=(RegisteredReader const&) = delete;
+
+private:
+    SharedPtr<MediaMetadataReader> const m_reader = MediaMetadata::getMediaMetadataReader();
+};
+
+void print(WatchingReader const& reader, std::string const& file, Streams const& streams) {
     if (reader.failures().empty()) {
         return;
     }
-    error << "orl: " << inQuotes(file) << ": not read:\n";
+    streams.error << streams.errorStyle.warning("orl:") << ' ' << inQuotes(file) << ": not read:\n";
     for (auto const& [failure, times] : reader.failures()) {
-        error << "  " << inQuotes(failure.first) << ": " << failure.second
-              << (times > 1 ? " (" + std::to_string(times) + " times)" : "") << '\n';
+        streams.error << "  " << inQuotes(failure.first) << ": " << failure.second
+                      << (times > 1 ? " (" + std::to_string(times) + " times)" : "") << '\n';
     }
 }
 
@@ -63,6 +80,7 @@ void CompleteCommand::run(Streams const& streams) const {
         throw InputError(file, "holds no timeline");
     }
 
+    RegisteredReader const before;
     SharedPtr<MediaMetadataReader> const reader = openReader(file);
     SharedPtr<WatchingReader> watching;
     String completed;
@@ -78,7 +96,7 @@ void CompleteCommand::run(Streams const& streams) const {
     }
 
     if (!isQuiet) {
-        print(*watching, file, streams.error);
+        print(*watching, file, streams);
     }
     if (isStrict && !watching->failures().empty()) {
         throw InputError(file, std::to_string(watching->failures().size()) +

@@ -2,12 +2,8 @@
 // Copyright Contributors to the orlCore project
 #include "orlFoundSequences.h"
 
-#include "internal/orlDirectoryListing.h"
 #include "internal/orlFrameNotation.h"
-#include "internal/orlNameFilter.h"
-#include "internal/orlRoomyStack.h"
-#include "internal/orlSequenceDetector.h"
-#include "internal/orlUtf8.h"
+#include "internal/orlSequenceDetection.h"
 
 #include <algorithm>
 
@@ -45,13 +41,6 @@ private:
     std::vector<std::int32_t> m_frames; // of what is added next
 };
 
-class DirectoryNames : public NameReceiver {
-public:
-    void addName(char const* name) override { names.push_back(normalizeToNfd(name)); }
-
-    std::vector<std::string> names;
-};
-
 } // namespace
 
 std::vector<std::pair<std::int32_t, std::int32_t>> FoundSequence::missing() const {
@@ -66,19 +55,9 @@ std::vector<std::pair<std::int32_t, std::int32_t>> FoundSequence::missing() cons
 
 std::vector<FoundSequence> findSequences(std::vector<std::string_view> const& names,
                                          std::string const& filter) {
-    NameFilter nameFilter(filter);
     Collector collector(names);
-    auto const work = [&] { SequenceDetector(names, nameFilter, collector).run(); };
-    if (!nameFilter.needsRoom() || !RoomyStack::run(work)) {
-        work();
-    }
+    detectSequences(names, filter, collector);
     return std::move(collector.found);
-}
-
-std::vector<std::string> namesInDirectory(std::string const& path) {
-    DirectoryNames receiver;
-    listRegularFiles(path, receiver);
-    return std::move(receiver.names);
 }
 
 } // namespace ORL_0_81::tool

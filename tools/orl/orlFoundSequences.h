@@ -29,11 +29,6 @@ struct FoundSequence {
 std::vector<FoundSequence> findSequences(std::vector<std::string_view> const& names,
                                          std::string const& filter);
 
-/// The regular files of a directory, named as the library names them.
-///
-/// Throws `std::filesystem::filesystem_error` if it cannot be read.
-std::vector<std::string> namesInDirectory(std::string const& path);
-
 } // namespace ORL_0_81::tool
 
 #endif // ORL_FOUND_SEQUENCES_H

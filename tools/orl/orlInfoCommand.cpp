@@ -18,7 +18,7 @@ std::string tellOf(std::string const& file, Streams const& streams, bool isJson)
         throw InputError(file, "holds no timeline");
     }
     LossReport const losses(document, LossScope::kReading);
-    return isJson ? toJsonLine(file, summary, losses) : toTable(file, summary, losses);
+    return isJson ? toJsonLine(file, summary, losses) : toTable(file, summary, losses, streams.outStyle);
 }
 
 } // namespace

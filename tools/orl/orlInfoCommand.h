@@ -28,7 +28,8 @@ struct InfoCommand {
 };
 
 /// What is told of one file, as a table for people.
-std::string toTable(std::string const& file, TimelineSummary const& summary, LossReport const& losses);
+std::string toTable(std::string const& file, TimelineSummary const& summary, LossReport const& losses,
+                    TerminalStyle const& style);
 
 /// What is told of one file, as one JSON object and a newline:
 ///

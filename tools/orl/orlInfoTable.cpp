@@ -90,7 +90,7 @@ bool hasOutside(TimelineSummary const& summary) {
     return counts.clips + counts.gaps + counts.effects > 0;
 }
 
-std::string trackTable(TimelineSummary const& summary) {
+std::string trackTable(TimelineSummary const& summary, TerminalStyle const& style) {
     TextTable table({{"TRACK", Alignment::kRight},
                      {"NAME", Alignment::kLeft},
                      {"KIND", Alignment::kLeft},
@@ -106,7 +106,7 @@ std::string trackTable(TimelineSummary const& summary) {
     if (hasOutside(summary)) {
         addTrack(table, "-", "(in no track)", summary.outside);
     }
-    return table.text("  ");
+    return table.text("  ", style);
 }
 
 void addClips(TextTable& table, std::string const& number, TrackSummary const& track) {
@@ -120,7 +120,7 @@ void addClips(TextTable& table, std::string const& number, TrackSummary const& t
     }
 }
 
-std::string clipTable(TimelineSummary const& summary) {
+std::string clipTable(TimelineSummary const& summary, TerminalStyle const& style) {
     TextTable table({{"TRACK", Alignment::kRight},
                      {"CLIP", Alignment::kLeft},
                      {"START s", Alignment::kRight},
@@ -134,14 +134,14 @@ std::string clipTable(TimelineSummary const& summary) {
         addClips(table, std::to_string(i + 1), summary.tracks[i]);
     }
     addClips(table, "-", summary.outside);
-    return table.text("  ");
+    return table.text("  ", style);
 }
 
-std::string notRead(LossReport const& losses) {
+std::string notRead(LossReport const& losses, TerminalStyle const& style) {
     std::string text;
     for (LossGroup const& group : losses.groups()) {
         if (group.kind == LossKind::kSchemaNotHandled) {
-            text += "  not read: " + LossReport::line(group) + '\n';
+            text += "  " + style.warning("not read:") + ' ' + LossReport::line(group) + '\n';
         }
     }
     return text;
@@ -149,15 +149,16 @@ std::string notRead(LossReport const& losses) {
 
 } // namespace
 
-std::string toTable(std::string const& file, TimelineSummary const& summary, LossReport const& losses) {
-    std::string text = printable(file) + '\n' + overview(summary);
+std::string toTable(std::string const& file, TimelineSummary const& summary, LossReport const& losses,
+                    TerminalStyle const& style) {
+    std::string text = style.title(printable(file)) + '\n' + overview(summary);
     if (!summary.tracks.empty() || hasOutside(summary)) {
-        text += '\n' + trackTable(summary);
+        text += '\n' + trackTable(summary, style);
     }
     if (summary.total().clips > 0) {
-        text += '\n' + clipTable(summary);
+        text += '\n' + clipTable(summary, style);
     }
-    std::string const rest = notRead(losses);
+    std::string const rest = notRead(losses, style);
     return rest.empty() ? text : text + '\n' + rest;
 }
 

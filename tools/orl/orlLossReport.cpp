@@ -2,22 +2,47 @@
 // Copyright Contributors to the orlCore project
 #include "orlLossReport.h"
 
+#include "orlInputError.h"
 #include "orlJsonPath.h"
+#include "orlPrintable.h"
 #include "orlTimelineDocument.h"
+
+#include <ostream>
 
 namespace ORL_0_81::tool {
 
 LossReport::LossReport(TimelineDocument const& document, LossScope scope) {
-    findLosses(document.json(), document.root(), scope,
-               [this](LossKind kind, std::string const& what, JsonPath const& place) {
-                   ++m_count;
-                   auto const [position, isNew] = m_positions.emplace(what, m_groups.size());
-                   if (isNew) {
-                       m_groups.push_back({kind, what, 1, place.toPointer()});
-                   } else {
-                       ++m_groups[position->second].count;
-                   }
-               });
+    findLosses(
+        document.json(), document.root(), scope,
+        [this](LossKind kind, std::string const& what, JsonPath const& place) { add(kind, what, place); });
+}
+
+void LossReport::add(LossKind kind, std::string const& what, JsonPath const& place) {
+    ++m_count;
+    auto const [position, isNew] = m_positions.emplace(what, m_groups.size());
+    if (isNew) {
+        m_groups.push_back({kind, what, 1, place.toPointer()});
+    } else {
+        ++m_groups[position->second].count;
+    }
+}
+
+void LossReport::print(std::string const& file, std::string const& form, Streams const& streams) const {
+    if (m_groups.empty()) {
+        return;
+    }
+    streams.error << streams.errorStyle.warning("orl:") << ' ' << inQuotes(file) << ": not in the " << form
+                  << ":\n";
+    for (LossGroup const& group : m_groups) {
+        streams.error << "  " << line(group) << '\n';
+    }
+}
+
+void LossReport::refuseLosses(std::string const& file, std::string const& form) const {
+    if (m_count > 0) {
+        throw InputError(file, "the " + form + " would lose something in " + std::to_string(m_count) +
+                                   (m_count == 1 ? " place" : " places"));
+    }
 }
 
 std::string LossReport::line(LossGroup const& group) {

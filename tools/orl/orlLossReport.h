@@ -4,6 +4,7 @@
 #define ORL_LOSS_REPORT_H
 
 #include "orlLossFinder.h"
+#include "orlStreams.h"
 
 #include <cstddef>
 #include <string>
@@ -25,7 +26,13 @@ struct LossGroup {
 /// The losses of one document, grouped, in the order of their first places.
 class LossReport {
 public:
+    LossReport() = default;
+
+    /// Of what the document holds and its normal form does not.
     explicit LossReport(TimelineDocument const& document, LossScope scope = LossScope::kNormalForm);
+
+    /// Adds one loss to its group.
+    void add(LossKind kind, std::string const& what, JsonPath const& place);
 
     std::vector<LossGroup> const& groups() const { return m_groups; }
 
@@ -34,6 +41,14 @@ public:
 
     /// One line for each group, for people: how often, what, and where first.
     static std::string line(LossGroup const& group);
+
+    /// Writes to the error stream a heading and a line for each group, if there are any.
+    ///
+    /// \param form What the document was brought to, such as "normal form".
+    void print(std::string const& file, std::string const& form, Streams const& streams) const;
+
+    /// \throws InputError if there is any loss.
+    void refuseLosses(std::string const& file, std::string const& form) const;
 
 private:
     std::vector<LossGroup> m_groups;

@@ -205,9 +205,9 @@ private:
 
 } // namespace
 
-std::string toProbeText(std::string const& path, ClipNode const& clip) {
-    return printable(path) + "\n  time     " + timeText(clip) + "\n  picture  " + pictureText(clip) +
-           "\n  sound    " + soundText(clip) + "\n  size     " +
+std::string toProbeText(std::string const& path, ClipNode const& clip, TerminalStyle const& style) {
+    return style.title(printable(path)) + "\n  time     " + timeText(clip) + "\n  picture  " +
+           pictureText(clip) + "\n  sound    " + soundText(clip) + "\n  size     " +
            (clip.m_fileSizeInBytes < 0 ? "-" : sizeOf(clip.m_fileSizeInBytes)) + '\n';
 }
 
@@ -252,7 +252,8 @@ bool ProbeCommand::run(Streams const& streams, std::function<void(InputError con
         SharedPtr<ClipNode> const clip =
             readings[i].status ? firstClipOf(readings[i].metadata) : SharedPtr<ClipNode>();
         if (clip) {
-            writeToStream(streams.out, isJson ? toProbeLine(path, *clip) : toProbeText(path, *clip));
+            writeToStream(streams.out,
+                          isJson ? toProbeLine(path, *clip) : toProbeText(path, *clip, streams.outStyle));
             continue;
         }
         isGood = false;

@@ -31,7 +31,8 @@ struct ProbeCommand {
 };
 
 /// What is told of one medium, for people.
-std::string toProbeText(std::string const& path, rapidotio::ClipNode const& clip);
+std::string toProbeText(std::string const& path, rapidotio::ClipNode const& clip,
+                        TerminalStyle const& style = TerminalStyle());
 
 /// What is told of one medium, as one JSON object and a newline:
 ///

@@ -3,6 +3,8 @@
 #include "orlProgram.h"
 
 #include "orlCompleteCommand.h"
+#include "orlConvertCommand.h"
+#include "orlCoreVersionInfo.h"
 #include "orlDocumentFile.h"
 #include "orlFPSUtils.h"
 #include "orlInfoCommand.h"
@@ -32,7 +34,8 @@ constexpr char const kInputHelp[] = "Timeline document; - is standard input";
 
 void describe(CLI::App& app) {
     app.description("Shows, completes and lays out timeline documents and the media that they name.");
-    app.set_version_flag("--version", "orl " ORL_VERSION);
+    app.set_version_flag("--version", getVersionLine(kVersionInfo),
+                         "Print the line that tells which build of the library this is, and exit");
     app.set_help_flag("-h,--help", "Print this help and exit");
     app.require_subcommand(1);
     app.footer("Exit codes: 0 good, 1 the input is at fault or a file cannot be written, 2 wrong usage.\n"
@@ -40,6 +43,7 @@ void describe(CLI::App& app) {
                "Examples:\n"
                "  orl info cut.otio\n"
                "  orl normalize cut.otio -o normal.otio\n"
+               "  orl convert new.otio -o cut.otio\n"
                "  orl probe plate.mov shot.%04d.exr\n"
                "  orl complete cut.otio -o complete.otio\n"
                "  orl layout *.mov --svg layout.svg -o layout.otio\n"
@@ -60,6 +64,23 @@ CLI::App& addNormalize(CLI::App& app, NormalizeCommand& command) {
                      "Example:\n"
                      "  orl normalize --strict cut.otio -o normal.otio\n");
     return normalize;
+}
+
+CLI::App& addConvert(CLI::App& app, ConvertCommand& command) {
+    CLI::App& convert = *app.add_subcommand(
+        "convert", "Turn a document of newer writers into the dialect that all other commands read, and tell "
+                   "on standard error what that leaves out");
+    convert.add_option("FILE", command.file, kInputHelp)->type_name("");
+    convert.add_option("-o,--output", command.output, "File to write; - is standard output")
+        ->type_name("OUT");
+    convert.add_flag("--quiet", command.isQuiet, "Do not tell what is left out");
+    convert.add_flag("--strict", command.isStrict, "Fail, and write nothing, if anything would be left out");
+    convert.footer("Of the media references of a clip the active one becomes the clip's only one. What needs "
+                   "no\nconversion is written as it stands, byte for byte. Without FILE standard input is "
+                   "read.\n\n"
+                   "Example:\n"
+                   "  orl convert new.otio | orl complete - | orl layout - -o layout.otio\n");
+    return convert;
 }
 
 CLI::App& addInfo(CLI::App& app, InfoCommand& command) {
@@ -184,8 +205,12 @@ CLI::App& addSequences(CLI::App& app, SequencesCommand& command) {
     return sequences;
 }
 
-void print(InputError const& error, std::ostream& out) {
-    out << "orl ERROR: " << inQuotes(error.file()) << " : " << error.what() << '\n';
+void printError(std::string const& text, Streams const& streams) {
+    streams.error << streams.errorStyle.error("orl ERROR:") << ' ' << text << '\n';
+}
+
+void print(InputError const& error, Streams const& streams) {
+    printError(inQuotes(error.file()) + " : " + error.what(), streams);
 }
 
 // The parser takes an argument in brackets for a list. Ours are names of files, so they go through it marked.
@@ -211,11 +236,13 @@ int run(std::vector<std::string> arguments, Streams const& streams) {
     NormalizeCommand normalize;
     InfoCommand info;
     describe(app);
+    ConvertCommand convert;
     CompleteCommand complete;
     LayoutCommand layout;
     ProbeCommand probe;
     SequencesCommand sequences;
     CLI::App const& normalizeApp = addNormalize(app, normalize);
+    CLI::App const& convertApp = addConvert(app, convert);
     CLI::App const& infoApp = addInfo(app, info);
     CLI::App const& probeApp = addProbe(app, probe);
     CLI::App const& completeApp = addComplete(app, complete);
@@ -225,9 +252,9 @@ int run(std::vector<std::string> arguments, Streams const& streams) {
     try {
         arguments = marked(std::move(arguments));
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-        for (std::string* const name :
-             {&normalize.file, &normalize.output, &complete.file, &complete.output, &layout.output,
-              &layout.picture, &layout.name, &sequences.directory, &sequences.filter}) {
+        for (std::string* const name : {&normalize.file, &normalize.output, &convert.file, &convert.output,
+                                        &complete.file, &complete.output, &layout.output, &layout.picture,
+                                        &layout.name, &sequences.directory, &sequences.filter}) {
             unmark(*name);
         }
         for (std::vector<std::string>* const names : {&info.files, &layout.paths, &probe.paths}) {
@@ -239,14 +266,16 @@ int run(std::vector<std::string> arguments, Streams const& streams) {
         writeToStream(streams.out, text.str());
         return kExitGood;
     } catch (CLI::ParseError const& error) {
-        streams.error << "orl ERROR: " << printable(error.what()) << "\nTry orl --help.\n";
+        printError(printable(error.what()) + "\nTry orl --help.", streams);
         return kExitWrongUsage;
     }
 
-    auto const tell = [&streams](InputError const& error) { print(error, streams.error); };
+    auto const tell = [&streams](InputError const& error) { print(error, streams); };
     bool isGood = true;
     if (normalizeApp.parsed()) {
         normalize.run(streams);
+    } else if (convertApp.parsed()) {
+        convert.run(streams);
     } else if (infoApp.parsed()) {
         isGood = info.run(streams, tell);
     } else if (probeApp.parsed()) {
@@ -267,9 +296,9 @@ int runOrl(std::vector<std::string> const& arguments, Streams const& streams) {
     try {
         return run(arguments, streams);
     } catch (InputError const& error) {
-        print(error, streams.error);
+        print(error, streams);
     } catch (std::exception const& error) {
-        streams.error << "orl ERROR: " << error.what() << '\n';
+        printError(error.what(), streams);
     }
     return kExitInputAtFault;
 }

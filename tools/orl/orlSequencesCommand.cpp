@@ -2,6 +2,7 @@
 // Copyright Contributors to the orlCore project
 #include "orlSequencesCommand.h"
 
+#include "internal/orlSequenceDetection.h"
 #include "orlDocumentFile.h"
 #include "orlStatusWords.h"
 
@@ -52,8 +53,8 @@ public:
         write("", names);
     }
 
-    void listDirectory(std::vector<std::string> const& names, std::string const& folder) const {
-        write(folder, {names.begin(), names.end()});
+    void listDirectory(DirectoryNames const& names, std::string const& folder) const {
+        write(folder, names.views());
     }
 
 private:
@@ -74,7 +75,7 @@ private:
                 text += toSequenceJson(folder, sequence);
                 break;
             default:
-                text += toSequenceText(folder, sequence);
+                text += toSequenceText(folder, sequence, m_streams.outStyle);
             }
             bool const isNulEnded =
                 m_command.isNulSeparated && m_command.form == SequencesCommand::Form::kPlain;
@@ -88,9 +89,9 @@ private:
 };
 
 // \throws InputError
-std::vector<std::string> readDirectory(std::string const& path) {
+DirectoryNames readDirectory(std::string const& path) {
     try {
-        return namesInDirectory(path);
+        return DirectoryNames(path);
     } catch (fs::filesystem_error const& error) {
         throw InputError(path, error.code().message());
     }
@@ -116,7 +117,8 @@ std::vector<fs::path> directoriesBelow(fs::path const& path, std::vector<InputEr
 
 } // namespace
 
-std::string toSequenceText(std::string const& folder, FoundSequence const& found) {
+std::string toSequenceText(std::string const& folder, FoundSequence const& found,
+                           TerminalStyle const& style) {
     std::string text = folder + found.name;
     if (!found.isSequence()) {
         return text;
@@ -125,13 +127,14 @@ std::string toSequenceText(std::string const& folder, FoundSequence const& found
             std::to_string(found.frames.size());
     constexpr std::size_t kMaxRanges = 20;
     auto const missing = found.missing();
+    std::string ranges;
     for (std::size_t i = 0; i < std::min(missing.size(), kMaxRanges); ++i) {
-        text += (i == 0 ? ", missing " : ", ") + rangeText(missing[i].first, missing[i].second);
+        ranges += (i == 0 ? "missing " : ", ") + rangeText(missing[i].first, missing[i].second);
     }
     if (missing.size() > kMaxRanges) {
-        text += " and " + std::to_string(missing.size() - kMaxRanges) + " more";
+        ranges += " and " + std::to_string(missing.size() - kMaxRanges) + " more";
     }
-    return text + ')';
+    return text + (ranges.empty() ? ")" : ", " + style.warning(ranges) + ')');
 }
 
 std::string toSequenceJson(std::string const& folder, FoundSequence const& found) {
@@ -190,7 +193,7 @@ bool SequencesCommand::run(Streams const& streams, std::function<void(InputError
         open.pop_back();
         std::size_t const known = faults.size();
         std::vector<fs::path> const below = directoriesBelow(next, faults);
-        std::vector<std::string> names;
+        DirectoryNames names;
         // What cannot be listed is told once.
         if (faults.size() == known) {
             try {

@@ -36,7 +36,8 @@ struct SequencesCommand {
 
 /// "name", for a sequence with two blanks and its frames behind it: "shot.%04d.exr  1001-1100 (98, missing
 /// 1007, 1042)". Of many missing ranges the first are told.
-std::string toSequenceText(std::string const& folder, FoundSequence const& found);
+std::string toSequenceText(std::string const& folder, FoundSequence const& found,
+                           TerminalStyle const& style = TerminalStyle());
 
 /// One JSON object: "directory" if it is one below, "name", and of a sequence "first", "last", "count" (of
 /// names), "missing": ranges [first, last].

@@ -3,6 +3,8 @@
 #ifndef ORL_STREAMS_H
 #define ORL_STREAMS_H
 
+#include "orlTerminalStyle.h"
+
 #include <iosfwd>
 
 namespace ORL_0_81::tool {
@@ -13,6 +15,8 @@ struct Streams {
     std::ostream& out;
     std::ostream& error;
     bool isErrorTerminal = false; ///< whether someone watches the error stream
+    TerminalStyle outStyle{};
+    TerminalStyle errorStyle{};
 };
 
 } // namespace ORL_0_81::tool

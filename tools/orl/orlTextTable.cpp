@@ -36,17 +36,17 @@ void TextTable::addRow(std::vector<std::string> cells) {
     m_rows.push_back(std::move(cells));
 }
 
-std::string TextTable::text(std::string const& indent) const {
+std::string TextTable::text(std::string const& indent, TerminalStyle const& style) const {
     std::string text;
     for (std::vector<std::string> const& row : m_rows) {
-        std::string line = indent;
+        std::string line;
         for (std::size_t i = 0; i < row.size(); ++i) {
             std::string const padding(m_widths[i] - countCodePoints(row[i]), ' ');
             line += i == 0 ? "" : "  ";
             line += m_columns[i].alignment == Alignment::kLeft ? row[i] + padding : padding + row[i];
         }
         line.erase(line.find_last_not_of(' ') + 1);
-        text += line + '\n';
+        text += indent + (&row == &m_rows.front() ? style.title(line) : line) + '\n';
     }
     return text;
 }

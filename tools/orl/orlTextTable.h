@@ -3,6 +3,8 @@
 #ifndef ORL_TEXT_TABLE_H
 #define ORL_TEXT_TABLE_H
 
+#include "orlTerminalStyle.h"
+
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -27,7 +29,7 @@ public:
     void addRow(std::vector<std::string> cells);
 
     /// The lines, each with `indent` in front and without blanks at its end.
-    std::string text(std::string const& indent) const;
+    std::string text(std::string const& indent, TerminalStyle const& style = TerminalStyle()) const;
 
 private:
     std::vector<Column> m_columns;

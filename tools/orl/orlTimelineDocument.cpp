@@ -49,19 +49,6 @@ void refuseTextBehindZero(std::string const& file, std::string const& text) {
     }
 }
 
-void parse(std::string const& file, std::string const& text, rapidjson::Document& document) {
-    rapidjson::ParseResult const result = parseJson(text.c_str(), document);
-    if (!result.IsError()) {
-        return;
-    }
-    if (result.Code() == rapidjson::kParseErrorTermination) {
-        // Told behind the bracket that was one too many.
-        failAt(file, text, result.Offset() - 1,
-               "nested deeper than " + std::to_string(kMaxJsonDepth) + " levels");
-    }
-    failAt(file, text, result.Offset(), rapidjson::GetParseError_En(result.Code()));
-}
-
 rapidjson::Value const& stepIntoWrapper(rapidjson::Value const& document) {
     if (document.IsObject()) {
         auto const timeline = document.FindMember("timeline");
@@ -79,12 +66,24 @@ std::string withoutByteOrderMark(std::string const& text) {
     return beginsWith(text, mark) ? text.substr(mark.size()) : text;
 }
 
-TimelineDocument::TimelineDocument(std::string const& file, std::string const& text,
-                                   rapidotio::NodeVisitor& visitor) {
-    std::string const body = withoutByteOrderMark(text);
+void parseDocument(std::string const& file, std::string const& body, rapidjson::Document& document) {
     refuseUtf16(file, body);
     refuseTextBehindZero(file, body);
-    parse(file, body, m_json);
+    rapidjson::ParseResult const result = parseJson(body.c_str(), document);
+    if (!result.IsError()) {
+        return;
+    }
+    if (result.Code() == rapidjson::kParseErrorTermination) {
+        // Told behind the bracket that was one too many.
+        failAt(file, body, result.Offset() - 1,
+               "nested deeper than " + std::to_string(kMaxJsonDepth) + " levels");
+    }
+    failAt(file, body, result.Offset(), rapidjson::GetParseError_En(result.Code()));
+}
+
+TimelineDocument::TimelineDocument(std::string const& file, std::string const& text,
+                                   rapidotio::NodeVisitor& visitor) {
+    parseDocument(file, withoutByteOrderMark(text), m_json);
     m_root = std::make_unique<rapidotio::RootNode>(stepIntoWrapper(m_json));
     rapidotio::NodeIterator(*m_root, visitor).iterate();
 }

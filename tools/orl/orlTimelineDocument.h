@@ -20,16 +20,21 @@ namespace ORL_0_81::tool {
 /// the library's parser does not know.
 std::string withoutByteOrderMark(std::string const& text);
 
+/// Parses the text of a document, without a byte order mark, as the library does.
+///
+/// Zero bytes at the end are passed over, for they lose nothing. A zero byte with more text behind it is
+/// refused: the library would stop there in silence.
+///
+/// \param file Named in the errors.
+/// \throws InputError with line, column (both from 1, columns in bytes) and reason.
+void parseDocument(std::string const& file, std::string const& body, rapidjson::Document& document);
+
 /// A timeline document that has been read, with the whole tree of nodes that the library lays over it.
 class TimelineDocument {
 public:
-    /// Parses the text and walks the tree once.
+    /// Parses the text by parseDocument(), past a byte order mark, and walks the tree once.
     ///
-    /// A byte order mark of UTF-8 at the beginning is passed over, as are zero bytes at the end: both lose
-    /// nothing. A zero byte with more text behind it is refused, for the library would stop there in silence.
-    ///
-    /// \param file Named in the errors.
-    /// \throws InputError with line, column (both from 1, columns in bytes) and reason.
+    /// \throws InputError as parseDocument() does.
     TimelineDocument(std::string const& file, std::string const& text);
 
     /// As above, with a visitor that sees the walk.

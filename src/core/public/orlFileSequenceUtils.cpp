@@ -2,16 +2,12 @@
 // Copyright Contributors to the orlCore project
 #include "orlFileSequenceUtils.h"
 
-#include "internal/orlDirectoryListing.h"
 #include "internal/orlFrameNotation.h"
-#include "internal/orlNameFilter.h"
-#include "internal/orlRoomyStack.h"
-#include "internal/orlSequenceDetector.h"
+#include "internal/orlSequenceDetection.h"
 #include "internal/orlUtf8.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <memory>
 #include <regex>
 #include <string>
 #include <string_view>
@@ -56,50 +52,14 @@ private:
     Vector<String>& m_sequences;
 };
 
-// Normalised names, one behind the other.
-class NormalizedNames : public NameReceiver {
-public:
-    void addName(char const* name) override {
-        if (std::string_view const text = name; isAscii(text)) {
-            m_text += text;
-        } else {
-            m_text += normalizeToNfd(name);
-        }
-        m_ends.push_back(m_text.size());
-    }
-
-    std::vector<std::string_view> views() const {
-        std::vector<std::string_view> result;
-        result.reserve(m_ends.size());
-        std::size_t begin = 0;
-        for (std::size_t const end : m_ends) {
-            result.push_back(std::string_view(m_text).substr(begin, end - begin));
-            begin = end;
-        }
-        return result;
-    }
-
-private:
-    std::string m_text;
-    std::vector<std::size_t> m_ends;
-};
-
-Status detect(std::vector<std::string_view> names, String const& expression,
-              SequenceDetector::Results& results) {
+Status detect(std::vector<std::string_view> names, String const& filter, SequenceDetector::Results& results) {
     if (names.empty()) {
         return Status::kNoFilenamesFound;
     }
-    std::unique_ptr<NameFilter> filter;
     try {
-        filter = std::make_unique<NameFilter>(view(expression));
+        detectSequences(std::move(names), view(filter), results);
     } catch (std::regex_error const&) {
         return Status::kRegexException;
-    }
-    SequenceDetector detector(std::move(names), *filter, results);
-    auto const work = [&detector] { detector.run(); };
-    // Without room each name gets the filter's failure.
-    if (!filter->needsRoom() || !RoomyStack::run(work)) {
-        work();
     }
     return Status::kSuccess;
 }
@@ -187,8 +147,7 @@ Status FileSequenceUtils::getSequencesInDirectory(String const& path, Vector<Str
     if (!isPath(view(path)) || !fs::is_directory(fs::path(view(path)), error)) {
         return Status::kDirectoryNotFound;
     }
-    NormalizedNames names;
-    listRegularFiles(std::string(view(path)), names);
+    DirectoryNames const names(std::string(view(path)));
     DirectoryResults results(sequences);
     return detect(names.views(), filter, results);
 }

@@ -2,6 +2,8 @@
 // Copyright Contributors to the orlCore project
 #include "orlService.h"
 
+#include "internal/orlServiceRegistry.h"
+
 namespace ORL_0_81 {
 
 namespace {
@@ -15,6 +17,13 @@ Service* m_mediaWriterService = nullptr;
 Service** const SLOTS[] = {&m_urlHandler, &m_mediaMetadataReader, &m_mediaWriterService};
 constexpr unsigned int SLOT_COUNT = sizeof SLOTS / sizeof SLOTS[0];
 
+void setSlot(Service::Type type, Service* service) {
+    auto const index = static_cast<unsigned int>(type);
+    if (index < SLOT_COUNT) {
+        *SLOTS[index] = service;
+    }
+}
+
 void clearSlot(Service*& slot, Service const* service) {
     if (slot == service) {
         slot = nullptr;
@@ -23,12 +32,7 @@ void clearSlot(Service*& slot, Service const* service) {
 
 } // namespace
 
-Service::Service(Type type) {
-    auto const index = static_cast<unsigned int>(type);
-    if (index < SLOT_COUNT) {
-        *SLOTS[index] = this;
-    }
-}
+Service::Service(Type type) { setSlot(type, this); }
 
 Service::~Service() {
     // The object does not know its type.
@@ -48,5 +52,7 @@ SharedPtr<Service> Service::getService(Type type) {
     }
     return SharedPtr<Service>();
 }
+
+void registerAgain(Service& service, Service::Type type) { setSlot(type, &service); }
 
 } // namespace ORL_0_81

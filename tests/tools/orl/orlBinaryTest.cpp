@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <rapidjson/document.h>
+
 #include <array>
 #include <cstdio>
 
@@ -48,6 +50,43 @@ TEST(Process, NormalizesFromAPipeToAPipe) {
         R"(printf '{"OTIO_SCHEMA":"Timeline.1","name":"cut"}' | "$orl" normalize - | "$orl" normalize -)");
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, emptyTimeline);
+}
+
+#ifdef ORL_TOOL_HAS_FFMPEG_READER
+TEST(Process, LaysOutADocumentOfANewerWriterThroughAPipe) {
+    ScratchFolder const folder;
+    std::filesystem::create_directory(folder / "media");
+    for (char const* frame : {"1001", "1002", "1003", "1004"}) {
+        writeFile(folder / "media" / ("hb_010." + std::string(frame) + ".ppm"),
+                  "P6\n4 2\n255\n" + std::string(24, '\x40'));
+    }
+    Shell const run = shell("cd '" + folder.path().string() + R"(' &&
+        "$orl" convert ')" ORL_TEST_DATA R"(/orl/newerClips.otio' 2>convert |
+        "$orl" complete - 2>complete | "$orl" layout - 2>layout)");
+    EXPECT_EQ(run.code, 0);
+    EXPECT_THAT(readFile(folder / "convert"), StartsWith("orl: \""));
+    EXPECT_EQ(readFile(folder / "complete"),
+              "orl: \"-\": not read:\n  \"media/absent.mov\": kFileNotFound: no such file\n");
+    EXPECT_EQ(readFile(folder / "layout"), "");
+
+    rapidjson::Document layout;
+    ASSERT_FALSE(layout.Parse(run.out.c_str()).HasParseError());
+    auto const& track = layout["tracks"]["children"][0];
+    auto const& clip = track["children"][0];
+    EXPECT_STREQ(clip["name"].GetString(), "hb_010");
+    EXPECT_STREQ(clip["media_reference"]["target_url"].GetString(), "media/hb_010.%04d.ppm");
+    EXPECT_EQ(clip["source_range"]["start_time"]["value"].GetDouble(), 1002.0);
+    EXPECT_EQ(clip["media_reference"]["metadata"]["orl"]["pixel_resolution"][0].GetInt(), 4)
+        << "the frames that the reference names by their parts are found";
+    EXPECT_STREQ(layout["tracks"]["children"][1]["children"][0]["media_reference"]["target_url"].GetString(),
+                 "media/absent.mov");
+}
+#endif
+
+TEST(Process, PrintsForItsVersionWhatTheLibraryPrintsWhenItIsLoaded) {
+    std::string const line = shell(R"(env -u MARLINE_DUMP_VERSION_INFO "$orl" --version 2>&1)").out;
+    EXPECT_EQ(shell(R"(MARLINE_DUMP_VERSION_INFO=1 "$orl" --help 2>&1 >/dev/null)").out, line);
+    EXPECT_THAT(line, StartsWith("         orlCore: orl version "));
 }
 
 TEST(Process, TellsItsExitCodeToTheShell) {

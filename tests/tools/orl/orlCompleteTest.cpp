@@ -55,6 +55,22 @@ TEST(Complete, TellsWhichMediaCouldNotBeReadAndGoesOn) {
     EXPECT_THAT(run.out, HasSubstr("\"d.mov\""));
 }
 
+TEST(Complete, LeavesTheReaderRegisteredThatWasSoBefore) {
+    SharedPtr<ToolReader> const reader(new ToolReader);
+    orl({"complete", "-"}, documentNaming({"a.mov"}));
+    EXPECT_EQ(MediaMetadata::getMediaMetadataReader().get(), reader.get());
+    EXPECT_EQ(orl({"complete", "--strict", "-"}, documentNaming({"a.gone"})).code, 1);
+    EXPECT_EQ(MediaMetadata::getMediaMetadataReader().get(), reader.get());
+    EXPECT_EQ(reader->refcount(), 1) << "nobody else holds it";
+    orl({"complete", "-"}, documentNaming({"a.mov"}));
+    EXPECT_EQ(reader->reads, 3) << "and it is asked again";
+}
+
+TEST(Complete, LeavesNoReaderRegisteredWhereThereWasNone) {
+    orl({"complete", "--quiet", "-"}, documentNaming({"a.gone"}));
+    EXPECT_FALSE(MediaMetadata::getMediaMetadataReader());
+}
+
 TEST(Complete, IsQuietWhenAskedTo) {
     SharedPtr<ToolReader> const reader(new ToolReader);
     Outcome const run = orl({"complete", "--quiet", "-"}, documentNaming({"b.gone"}));

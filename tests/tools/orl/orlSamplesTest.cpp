@@ -13,7 +13,9 @@ namespace ORL_0_81::tool {
 
 namespace fs = std::filesystem;
 using testing::AnyOf;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::StartsWith;
 
 namespace {
@@ -61,6 +63,18 @@ TEST_F(Samples, NormalizeWithTheirLossesToldOrFailWithAReason) {
         EXPECT_EQ(second.code, 0);
         EXPECT_EQ(second.out, first.out);
         EXPECT_EQ(second.error, "");
+    }
+}
+
+TEST_F(Samples, ConvertToWhatHasNoClipOfAnotherVersion) {
+    for (std::string const& file : m_files) {
+        SCOPED_TRACE(file);
+        Outcome const converted = orl({"convert", "--strict", file});
+        EXPECT_EQ(converted.code, 0);
+        EXPECT_EQ(converted.error, "") << "none of them has a second reference";
+        bool const isNewer = readFile(file).find("\"Clip.2\"") != std::string::npos;
+        EXPECT_EQ(converted.out == readFile(file), !isNewer);
+        EXPECT_THAT(orl({"normalize", "-"}, converted.out).error, Not(HasSubstr("\"Clip.2\"")));
     }
 }
 
