@@ -23,6 +23,13 @@
 #define SKIP_DEEP_CALLS() static_cast<void>(0)
 #endif
 
+// An engine that cannot follow all alternatives at a time takes its whole budget for each long name: minutes, in all.
+#ifdef __GLIBCXX__
+#define SKIP_SLOW_ENGINE() static_cast<void>(0)
+#else
+#define SKIP_SLOW_ENGINE() GTEST_SKIP() << "this standard library's engine gives up late"
+#endif
+
 namespace {
 
 using namespace ORL_0_81;
@@ -204,6 +211,7 @@ TEST_P(FileSequenceUtilsBadInput, TheFilterThatPassesEverythingPassesLongNames) 
 
 TEST_P(FileSequenceUtilsBadInput, AFilterThatRunsFarOnLongNamesJudgesShortOnes) {
     SKIP_DEEP_CALLS();
+    SKIP_SLOW_ENGINE();
     std::string const text(100000, 'a');
     for (char const* const filter :
          {"a.*b", "(a|b)*b", "(.|\n)*b$", "[a-z]+b", "(a*)*b", "(a+)+b$", "(?:a?){30}b", "^([ab]|a)*b",
@@ -216,6 +224,7 @@ TEST_P(FileSequenceUtilsBadInput, AFilterThatRunsFarOnLongNamesJudgesShortOnes) 
 }
 
 TEST_P(FileSequenceUtilsBadInput, ALongNameOnWhichTheFilterSurrendersOrMatchesIsNoMoreThanItself) {
+    SKIP_SLOW_ENGINE();
     std::string const text = std::string(100000, 'a') + "b";
     for (char const* const filter : {"a.*b", "(a|b)*b$", "[a-z]+b", "^.*$", "(a)*?b", ".+"}) {
         Outcome const outcome = find({text, "ab"}, filter);

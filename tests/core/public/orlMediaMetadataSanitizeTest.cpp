@@ -26,6 +26,13 @@
 #include <utility>
 #include <vector>
 
+// In libc++ a task whose thread cannot be started is waited for all the same, for ever.
+#ifdef __GLIBCXX__
+#define SKIP_WITHOUT_SAFE_START() static_cast<void>(0)
+#else
+#define SKIP_WITHOUT_SAFE_START() GTEST_SKIP() << "this standard library waits for a thread that never was"
+#endif
+
 namespace {
 
 using namespace ORL_0_81;
@@ -1248,6 +1255,7 @@ TEST_F(MediaMetadataSanitize, WithoutATimelineExceptionsAreDropped) {
 }
 
 TEST_F(MediaMetadataSanitize, ThrowsWhenNoThreadCanBeStarted) {
+    SKIP_WITHOUT_SAFE_START();
     if (!ThreadDoor::works()) {
         GTEST_SKIP() << "no way to keep this system from starting threads";
     }
@@ -1261,6 +1269,7 @@ TEST_F(MediaMetadataSanitize, ThrowsWhenNoThreadCanBeStarted) {
 }
 
 TEST_F(MediaMetadataSanitize, WaitsForTheStartedThreadsWhenAnotherCannotBeStarted) {
+    SKIP_WITHOUT_SAFE_START();
     if (!ThreadDoor::works()) {
         GTEST_SKIP() << "no way to keep this system from starting threads";
     }
