@@ -176,8 +176,7 @@ TYPED_TEST(FileSequenceUtilsContract, AnEmptyListHasNoNamesWhateverTheFilter) {
 }
 
 TYPED_TEST(FileSequenceUtilsContract, AMalformedFilterFailsAndEmptiesTheResult) {
-    for (char const* const filter :
-         {"(", ")", "[", "*", "+a", "\\", "a{", "a{2,1}", "(?<a)", "[[:none:]]"}) {
+    for (char const* const filter : {"(", ")", "[", "*", "+a", "\\", "a{", "a{2,1}", "(?<a)", "[[:none:]]"}) {
         this->fails({"a.1.exr", "a.2.exr"}, filter, Status::kRegexException);
     }
 }
