@@ -33,9 +33,13 @@ struct MemoryPlan {
     /// An operation may go on after a failure of `new`, to an end that the scenario looks at.
     bool mayGoOn = false;
 
-    /// What the system's libraries allocate for themselves with `malloc` fails, too: a thread's memory, an open
-    /// directory's. Operations may go on after that. It is not asked for when they give it back.
+    /// What the system's libraries allocate with `malloc` fails, too: an open directory, the memory of a thread.
+    /// Operations may go on after that.
     bool systemFails = false;
+
+    /// What they allocate must be given back as well. Not for operations on threads, whose memory the system keeps
+    /// for the next ones.
+    bool systemGivesBack = false;
 };
 
 /// The memory of one run of a scenario.

@@ -87,7 +87,7 @@ TEST(FailingMemory, OtherThreadsFailToo) {
                 }).join();
             });
         },
-        {true, false});
+        {true, false, false});
     EXPECT_EQ(failures, 2) << "in each round once, when the thread itself has its memory";
 }
 
@@ -201,7 +201,7 @@ TEST(FailingMemory, AFailureThatGoesUnnoticedIsAFailure) {
         });
     };
     EXPECT_TRUE(holds(failuresOf([&] { failEachAllocation(swallow); }), "the failure went unnoticed"));
-    EXPECT_EQ(failuresOf([&] { failEachAllocation(swallow, {true, false}); }), "");
+    EXPECT_EQ(failuresOf([&] { failEachAllocation(swallow, {true, false, false}); }), "");
 }
 
 TEST(FailingMemory, AnotherExceptionIsAFailureUnlessItIsExpected) {
