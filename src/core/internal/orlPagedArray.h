@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace ORL_0_81 {
@@ -21,7 +22,8 @@ public:
 
     void push_back(T const& value) {
         if (m_size % PAGE_SIZE == 0) {
-            m_pages.emplace_back(new T[PAGE_SIZE]);
+            std::unique_ptr<T[]> page(new T[PAGE_SIZE]); // uncleared, as make_unique would not leave it
+            m_pages.push_back(std::move(page));
         }
         m_pages[m_size / PAGE_SIZE][m_size % PAGE_SIZE] = value;
         ++m_size;
