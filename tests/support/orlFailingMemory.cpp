@@ -251,7 +251,7 @@ public:
     }
 
     void remove(void const* block) {
-        if (m_count == 0) {
+        if (!block || m_count == 0) {
             return;
         }
         Lock const lock(m_lock);

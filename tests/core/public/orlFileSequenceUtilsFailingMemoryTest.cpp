@@ -92,8 +92,7 @@ TEST(FileSequenceUtilsFailingMemory, AListIsGroupedOrTheResultIsEmpty) {
         failEachAllocation([&](FailingMemory& memory) {
             Vector<String> sequences(1, "before");
             bool const done = memory.run([&] {
-                EXPECT_TRUE(
-                    FileSequenceUtils::getSequencesInFileList(someNames(), sequences, expression));
+                EXPECT_TRUE(FileSequenceUtils::getSequencesInFileList(someNames(), sequences, expression));
             });
             EXPECT_EQ(contentOf(sequences), done ? contentOf(expected) : Names());
         });
@@ -105,8 +104,8 @@ TEST(FileSequenceUtilsFailingMemory, AMalformedFilterIsRefusedOrNotLookedAt) {
     failEachAllocation([&filter](FailingMemory& memory) {
         Vector<String> sequences(1, "before");
         Status status;
-        bool const done =
-            memory.run([&] { status = FileSequenceUtils::getSequencesInFileList(someNames(), sequences, filter); });
+        bool const done = memory.run(
+            [&] { status = FileSequenceUtils::getSequencesInFileList(someNames(), sequences, filter); });
         EXPECT_EQ(status, done ? Status::kRegexException : Status::kSuccess);
         EXPECT_TRUE(sequences.empty());
     });
