@@ -329,6 +329,16 @@ ORL_TEST_INTERPOSED void* realloc(void* memory, std::size_t size) noexcept {
     return keep(__libc_realloc(memory, size), isOwn);
 }
 
+ORL_TEST_INTERPOSED int posix_memalign(void** memory, std::size_t alignment, std::size_t size) noexcept {
+    bool const isOwn = isOwnCode(ORL_TEST_SITE);
+    void* const block = fails(isOwn) ? nullptr : keep(__libc_memalign(alignment, size), isOwn);
+    if (!block) {
+        return ENOMEM;
+    }
+    *memory = block;
+    return 0;
+}
+
 ORL_TEST_INTERPOSED void free(void* memory) noexcept {
     keptBlocks.remove(memory);
     __libc_free(memory);

@@ -19,8 +19,8 @@
 ///         EXPECT_EQ(text.size(), done ? 2 * LONG_SIZE : 0);
 ///     });
 ///
-/// What counts as an allocation: every form of `new`, on any thread, and `malloc`, `calloc` and `realloc` where the
-/// program's own code calls them, as that of RapidJSON does. Under a sanitizer, which has a `malloc` of its own, and
+/// What counts as an allocation: every form of `new`, on any thread, and `malloc` and its kin where the program's own
+/// code calls them, as that of RapidJSON does. Under a sanitizer, which has a `malloc` of its own, and
 /// without glibc it is `new` alone.
 ///
 /// The control block of a String is none: when there is no memory for one the process ends. See
