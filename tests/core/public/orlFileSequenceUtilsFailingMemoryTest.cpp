@@ -50,8 +50,9 @@ List<String> const& someNames() {
                 result.append(("caf\xC3\xA9_" + std::to_string(frame) + ".tif").c_str());
             }
         }
-        result.append("back\\slash.1.exr");
-        result.append("back\\slash.2.exr");
+        for (char const* const name : {"b\\.1", "b\\.2", "back\\slash.1.exr", "a\\1"}) {
+            result.append(name);
+        }
         result.append("2019-03-21 at 10.22.33.png");
         result.append("notes on the shots that are not in any sequence.txt");
         return result;
