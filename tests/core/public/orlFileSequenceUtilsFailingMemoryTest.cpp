@@ -25,7 +25,6 @@ namespace fs = std::filesystem;
 
 using Names = std::vector<std::string>;
 
-orlTest::MemoryPlan const OWN_MEMORY;
 orlTest::MemoryPlan const SYSTEM_TOO{false, true, true};
 
 std::string bytes(String const& text) { return std::string(text.data(), text.size()); }

@@ -15,6 +15,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <string>
 #include <vector>
 
 // Every class whose count is said to be thread-safe: threads share an object, and whichever comes last ends it.
@@ -108,7 +109,18 @@ class CountedThreads : public testing::Test {};
 using CountedTypes =
     testing::Types<Annotation::Layer, Annotation::Paint, Annotation::Text, CacheStats, Format, Tone,
                    PlainEncrypter, PlainDecrypter, Job, Image, Handler, Reader>;
-TYPED_TEST_SUITE(CountedThreads, CountedTypes);
+
+struct CountedNames {
+    template <class T>
+    static std::string GetName(int number) {
+        char const* const names[] = {"Layer",       "Paint",         "Text",       "CacheStats",
+                                     "AudioFormat", "AudioProvider", "Encrypter",  "Decrypter",
+                                     "Job",         "VideoBuffer",   "URLHandler", "MediaMetadataReader"};
+        return names[number];
+    }
+};
+
+TYPED_TEST_SUITE(CountedThreads, CountedTypes, CountedNames);
 
 TYPED_TEST(CountedThreads, TheLastOfManyThreadsEndsTheObjectOnce) {
     using Object = Watched<TypeParam>;
