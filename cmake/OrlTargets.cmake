@@ -55,11 +55,14 @@ function(orl_library_defaults target)
   endif()
 endfunction()
 
-# orl_use_json(TARGET SCOPE): RapidJSON, with one meaning of its assertion in every unit that shares its
-# templates. The library tests whatever it is given before it asks RapidJSON for it, so that no assertion
-# can fire; a build for testing throws to prove it, any other checks nothing. Neither aborts.
+# orl_use_json(TARGET SCOPE): RapidJSON, with one meaning of its assertion, and one end of its memory, in
+# every unit that shares its templates. The library tests whatever it is given before it asks RapidJSON for
+# it, so that no assertion can fire; a build for testing throws to prove it, any other checks nothing. Neither
+# aborts. A lack of memory throws std::bad_alloc.
 function(orl_use_json target scope)
   target_include_directories(${target} SYSTEM ${scope} "${ORL_RAPIDJSON_INCLUDE_DIR}")
+  target_compile_options(${target} ${scope}
+    "SHELL:-include \"${PROJECT_SOURCE_DIR}/src/core/internal/orlJsonMemory.h\"")
   if(ORL_CHECKED_JSON)
     target_compile_options(${target} ${scope}
       "-DRAPIDJSON_ASSERT(x)=static_cast<void>((x)?0:throw#x)"

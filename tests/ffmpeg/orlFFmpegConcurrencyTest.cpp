@@ -6,6 +6,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <atomic>
 #include <filesystem>
 #include <iterator>
@@ -55,6 +56,39 @@ TEST(ConcurrencyTest, ManyThreadsReadTheSameAsOne) {
         thread.join();
     }
     EXPECT_EQ(differences, 0);
+}
+
+TEST(ConcurrencyTest, AThreadThatIsSilentLeavesTheLogOfAnotherAlone) {
+    Damage::Folder const folder;
+    std::string const cut = folder.write("cut.mov", Damage::load(medium("tableLast.mov")).substr(0, 9999));
+    Reader const quiet;
+    Reader const loud;
+    loud->setLogging(true);
+    auto const logOf = [&](std::size_t silentCount, int rounds) {
+        testing::internal::CaptureStderr();
+        std::atomic<bool> done{false};
+        std::vector<std::thread> silent;
+        for (std::size_t t = 0; t < silentCount; ++t) {
+            silent.emplace_back([&] {
+                while (!done) {
+                    EXPECT_EQ(quiet.statusOf(cut), Status::kErrorOpeningMediaFile);
+                }
+            });
+        }
+        for (int round = 0; round < rounds; ++round) {
+            EXPECT_EQ(loud.statusOf(cut), Status::kErrorOpeningMediaFile);
+        }
+        done = true;
+        for (std::thread& thread : silent) {
+            thread.join();
+        }
+        std::string const text = testing::internal::GetCapturedStderr();
+        return std::count(text.begin(), text.end(), '\n');
+    };
+    constexpr int ROUNDS = 20;
+    auto const alone = logOf(0, 1);
+    EXPECT_GT(alone, 0);
+    EXPECT_EQ(logOf(3, ROUNDS), ROUNDS * alone);
 }
 
 TEST(ConcurrencyTest, ReadsMoreMediaAtOnceThanThereAreFileHandles) {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace ORL_0_81 {
@@ -22,7 +23,8 @@ public:
     /// Appends an element, which is not initialised.
     T& append() {
         if (m_size % PAGE_SIZE == 0) {
-            m_pages.emplace_back(new T[PAGE_SIZE]);
+            std::unique_ptr<T[]> page(new T[PAGE_SIZE]); // uncleared, as make_unique would not leave it
+            m_pages.push_back(std::move(page));
         }
         return (*this)[m_size++];
     }

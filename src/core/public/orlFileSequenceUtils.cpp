@@ -64,6 +64,18 @@ Status detect(std::vector<std::string_view> names, String const& filter, Sequenc
     return Status::kSuccess;
 }
 
+// What the work leaves in the output when it throws is not all of it.
+template <class Work>
+Status allOrNothing(Vector<String>& sequences, Work const& work) {
+    sequences.clear();
+    try {
+        return work();
+    } catch (...) {
+        sequences.clear();
+        throw;
+    }
+}
+
 } // namespace
 
 Status FileSequenceUtils::isSequenceName(String const& name, bool& result) {
@@ -101,8 +113,9 @@ Status FileSequenceUtils::removeFrameSymbols(String const& name, String& result)
 }
 
 Status FileSequenceUtils::getSequenceName(String const& path, String& name) {
-    std::string const normalized = normalizeToNfd(std::string(view(path)));
+    String const given(path); // NOLINT(performance-unnecessary-copy-initialization): may be `name` itself
     name.clear();
+    std::string const normalized = normalizeToNfd(std::string(view(given)));
     std::error_code error;
     if (!isPath(normalized) || !fs::is_regular_file(fs::path(normalized), error)) {
         return Status::kFileNotFound;
@@ -126,30 +139,32 @@ Status FileSequenceUtils::getSequenceName(String const& path, String& name) {
 
 Status FileSequenceUtils::getSequencesInFileList(List<String> const& names, Vector<String>& sequences,
                                                  String const& filter) {
-    sequences.clear();
-    std::vector<std::string_view> views;
-    std::vector<String const*> strings;
-    views.reserve(names.size());
-    strings.reserve(names.size());
-    List<String>::Iterator const end = names.end();
-    for (List<String>::Iterator name = names.begin(); name != end; ++name) {
-        views.push_back(view(*name));
-        strings.push_back(&*name);
-    }
-    ListResults results(strings, sequences);
-    return detect(std::move(views), filter, results);
+    return allOrNothing(sequences, [&] {
+        std::vector<std::string_view> views;
+        std::vector<String const*> strings;
+        views.reserve(names.size());
+        strings.reserve(names.size());
+        List<String>::Iterator const end = names.end();
+        for (List<String>::Iterator name = names.begin(); name != end; ++name) {
+            views.push_back(view(*name));
+            strings.push_back(&*name);
+        }
+        ListResults results(strings, sequences);
+        return detect(std::move(views), filter, results);
+    });
 }
 
 Status FileSequenceUtils::getSequencesInDirectory(String const& path, Vector<String>& sequences,
                                                   String const& filter) {
-    sequences.clear();
-    std::error_code error;
-    if (!isPath(view(path)) || !fs::is_directory(fs::path(view(path)), error)) {
-        return Status::kDirectoryNotFound;
-    }
-    DirectoryNames const names(std::string(view(path)));
-    DirectoryResults results(sequences);
-    return detect(names.views(), filter, results);
+    return allOrNothing(sequences, [&]() -> Status {
+        std::error_code error;
+        if (!isPath(view(path)) || !fs::is_directory(fs::path(view(path)), error)) {
+            return Status::kDirectoryNotFound;
+        }
+        DirectoryNames const names(std::string(view(path)));
+        DirectoryResults results(sequences);
+        return detect(names.views(), filter, results);
+    });
 }
 
 } // namespace ORL_0_81

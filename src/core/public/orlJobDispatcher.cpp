@@ -58,7 +58,8 @@ public:
     void resize(unsigned long threadCount);
 
 private:
-    void work(std::size_t index);
+    String nameOfWorker(std::size_t index) const;
+    void work(String const& name);
 
     std::mutex m_lock;
     JobQueue m_jobs;
@@ -117,7 +118,8 @@ void JobDispatcher::Imp::start() {
     }
     m_threads.reserve(m_threadCount);
     for (std::size_t index = 0; index < m_threadCount; ++index) {
-        m_threads.emplace_back([this, index] { work(index); });
+        // Made here, where a lack of memory goes to the caller; in the worker it would end the process.
+        m_threads.emplace_back([this, name = nameOfWorker(index)] { work(name); });
     }
 }
 
@@ -142,9 +144,13 @@ void JobDispatcher::Imp::resize(unsigned long threadCount) {
     start();
 }
 
-void JobDispatcher::Imp::work(std::size_t index) {
+String JobDispatcher::Imp::nameOfWorker(std::size_t index) const {
     std::string const name = m_name + "#" + std::to_string(index + 1);
-    Platform::setThreadName(String(name.data(), name.size())); // too long a name is none
+    return String(name.data(), name.size());
+}
+
+void JobDispatcher::Imp::work(String const& name) {
+    Platform::setThreadName(name); // too long a name is none
 
     std::unique_lock<std::mutex> lock(m_lock);
     for (;;) {

@@ -59,6 +59,12 @@ void joinAll(std::vector<PendingRead>& reads) {
     }
 }
 
+unsigned long countRead(std::vector<PendingRead> const& reads) {
+    auto const count = std::count_if(reads.begin(), reads.end(),
+                                     [](PendingRead const& read) { return read.status.success(); });
+    return static_cast<unsigned long>(count);
+}
+
 using rapidotio::ClipNode;
 using rapidotio::Node;
 using rapidotio::NodeIterator;
@@ -460,6 +466,11 @@ Status MediaMetadata::getMultipleMediaMetadata(Vector<String> const& paths, Boun
         }
     }
 
+    // Room for all first, so that a lack of memory leaves the result as it was. Copies of texts need none.
+    unsigned long const size = metadata.size() + countRead(reads);
+    if (size > metadata.capacity()) {
+        metadata.reserve(std::max(size, 2 * metadata.capacity()));
+    }
     Status result;
     for (PendingRead const& read : reads) {
         if (read.status) {

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <memory>
 #include <string>
 
 namespace ORL_0_81 {
@@ -20,10 +21,8 @@ String Platform::getExecutablePath() {
     path[length] = '\0';
 
     // The file of a running executable may be gone.
-    char* const resolved = ::realpath(path, nullptr);
-    String directory(resolved ? ::dirname(resolved) : ".");
-    std::free(resolved);
-    return directory;
+    std::unique_ptr<char, void (*)(void*)> const resolved(::realpath(path, nullptr), &std::free);
+    return String(resolved ? ::dirname(resolved.get()) : ".");
 }
 
 } // namespace ORL_0_81

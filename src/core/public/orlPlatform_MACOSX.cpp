@@ -6,6 +6,7 @@
 #include <libproc.h>
 
 #include <cstdlib>
+#include <memory>
 
 namespace ORL_0_81 {
 
@@ -14,10 +15,8 @@ String Platform::getExecutablePath() {
     if (::proc_pidpath(getpid(), path, sizeof path) < 1) {
         return String(".");
     }
-    char* const resolved = ::realpath(path, nullptr);
-    String directory(resolved ? ::dirname(resolved) : ".");
-    std::free(resolved);
-    return directory;
+    std::unique_ptr<char, void (*)(void*)> const resolved(::realpath(path, nullptr), &std::free);
+    return String(resolved ? ::dirname(resolved.get()) : ".");
 }
 
 } // namespace ORL_0_81

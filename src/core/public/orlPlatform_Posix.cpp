@@ -15,6 +15,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <string>
 
 namespace ORL_0_81 {
@@ -23,6 +24,13 @@ namespace {
 
 // The system's limit for the name of a thread, without the NUL.
 constexpr unsigned long kMaxThreadNameLength = 15;
+
+struct CloseDirectory {
+    void operator()(DIR* directory) const { ::closedir(directory); }
+};
+
+// Closed where an exception leaves it.
+using Directory = std::unique_ptr<DIR, CloseDirectory>;
 
 } // namespace
 
@@ -73,11 +81,11 @@ bool Platform::isdir(char const* path) {
 }
 
 int Platform::rmfiles(char const* path, bool removeSelf, bool recursive) {
-    DIR* const directory = ::opendir(path);
+    Directory directory(::opendir(path));
     if (!directory) {
         return -1;
     }
-    while (dirent const* const entry = ::readdir(directory)) {
+    while (dirent const* const entry = ::readdir(directory.get())) {
         if (std::strcmp(entry->d_name, ".") == 0 || std::strcmp(entry->d_name, "..") == 0) {
             continue;
         }
@@ -89,10 +97,11 @@ int Platform::rmfiles(char const* path, bool removeSelf, bool recursive) {
             continue;
         }
         if (int const result = ::remove(full.c_str())) {
-            return result; // with the directory still open, as the header tells
+            static_cast<void>(directory.release()); // still open, as the header tells
+            return result;
         }
     }
-    int const result = ::closedir(directory);
+    int const result = ::closedir(directory.release());
     return result != 0 || !removeSelf ? result : ::remove(path);
 }
 

@@ -18,7 +18,7 @@ namespace ORL_0_81 {
 /// assignment, which then does nothing. Anything else that is asked of them is a caller's fault.
 ///
 /// **Failure.** Only fromJson() reports one. Constructors, toJson() and fromJson() may throw
-/// `std::bad_alloc`; what is marked noexcept never fails.
+/// `std::bad_alloc`, which leaves the object as it was; what is marked noexcept never fails.
 ///
 /// **Thread safety.** No shared state: one object has one writer or many readers at a time.
 ///

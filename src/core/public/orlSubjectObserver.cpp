@@ -27,7 +27,8 @@ public:
         }
         std::lock_guard<std::mutex> const lock(m_mutex);
         std::lock_guard<std::mutex> const sourceLock(source.m_mutex);
-        m_observers = source.m_observers;
+        std::set<Observer*> observers(source.m_observers); // a set that is assigned to loses its own first
+        m_observers.swap(observers);
         m_owner = owner;
     }
 
@@ -154,7 +155,8 @@ Observer::~Observer() {
 
 Observer& Observer::operator=(Observer const& other) {
     if (this != &other && m_imp != other.m_imp) {
-        m_imp->m_subjects = other.m_imp->m_subjects;
+        std::set<Subject*> subjects(other.m_imp->m_subjects);
+        m_imp->m_subjects.swap(subjects);
         m_imp->m_owner = this;
     }
     return *this;

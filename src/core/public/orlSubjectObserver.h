@@ -70,7 +70,7 @@ public:
     virtual ~Subject();
 
     /// Replaces the observers by the other's, without telling those lost or gained. Nothing happens if both
-    /// are the same object or share one state.
+    /// are the same object or share one state, or when memory fails.
     Subject& operator=(Subject const& other);
 
     /// Detaches all observers, then takes the other's state; the other may then only be destroyed.
@@ -124,7 +124,7 @@ public:
     virtual ~Observer();
 
     /// Replaces the subjects by the other's, without telling those lost or gained. Nothing happens if both
-    /// are the same object or share one state.
+    /// are the same object or share one state, or when memory fails.
     Observer& operator=(Observer const& other);
 
     /// Detaches from all subjects, then takes the other's state; the other may then only be destroyed.

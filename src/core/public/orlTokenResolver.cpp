@@ -145,7 +145,12 @@ TokenResolver::Imp& TokenResolver::Imp::operator=(Imp const& other) {
     // The base forgets the old producers without a word to them; they would go on to call this object, dead
     // or alive. And a producer must be there for as long as the base knows of it: the old ones go last.
     detach();
-    Observer::operator=(other);
+    try {
+        Observer::operator=(other);
+    } catch (...) {
+        clearTable(); // it would stay as it is for ever, for no producer knows this object any longer
+        throw;
+    }
     m_open = other.m_open;
     m_close = other.m_close;
     m_table.swap(table);
@@ -203,11 +208,19 @@ Status TokenResolver::Imp::resolve(String const& input, String& output) {
 }
 
 Status TokenResolver::Imp::getTokens(List<SharedPtr<Token>>& tokens) {
-    if (m_table.empty()) {
-        return generateTokens(&tokens);
-    }
-    for (auto const& [name, token] : m_table.tokens()) {
-        tokens.append(token);
+    unsigned long const before = tokens.size();
+    try {
+        if (m_table.empty()) {
+            return generateTokens(&tokens);
+        }
+        for (auto const& [name, token] : m_table.tokens()) {
+            tokens.append(token);
+        }
+    } catch (...) {
+        while (tokens.size() > before) {
+            tokens.pop_back();
+        }
+        throw;
     }
     return Status::kSuccess;
 }

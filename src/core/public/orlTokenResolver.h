@@ -63,7 +63,7 @@ public:
     ~TokenResolver() override;
 
     /// Becomes a copy, as told above; its old producers know it no longer. The count stays as it is.
-    /// Self-assignment does nothing.
+    /// Self-assignment does nothing. When memory fails it keeps its producers, but perhaps not its table.
     TokenResolver& operator=(TokenResolver const& other);
 
     /// \returns a copy.

@@ -267,12 +267,16 @@ Status VideoBufferResolution::Impl::fromJson(String const& text) {
         return Status::kInvalidJsonType;
     }
 
+    // Made before anything changes, so that a lack of memory leaves the value as it was.
+    String scanFormatText(newScanFormat.c_str());
+    String colorSpaceText(newColorSpace.c_str());
+
     width = newWidth;
     height = newHeight;
     bitsPerChannel = newBitsPerChannel;
     numChannels = newNumChannels;
-    scanFormat = String(newScanFormat.c_str());
-    colorSpace = String(newColorSpace.c_str());
+    scanFormat.swap(scanFormatText);
+    colorSpace.swap(colorSpaceText);
     isFloat = newIsFloat;
     isBigEndian = newIsBigEndian;
 
@@ -284,7 +288,10 @@ Status VideoBufferResolution::Impl::fromJson(String const& text) {
         return Status::kInvalidBoundsStr;
     }
     values = readBack(values);
-    bounds = Bounds(values.centerX, values.centerY, values.sizeX, values.sizeY);
+    bounds.setCenterX(values.centerX);
+    bounds.setCenterY(values.centerY);
+    bounds.setSizeX(values.sizeX);
+    bounds.setSizeY(values.sizeY);
     return Status::kSuccess;
 }
 

@@ -31,8 +31,14 @@ int errorOfUnreadable(struct stat const& status) {
 
 } // namespace
 
-LocalInput::LocalInput(int descriptor, bool isRegular, ReadLimits& limits)
-    : m_descriptor(descriptor), m_isRegular(isRegular), m_limits(limits) {
+FileDescriptor::~FileDescriptor() {
+    if (m_number >= 0) {
+        close(m_number);
+    }
+}
+
+LocalInput::LocalInput(FileDescriptor descriptor, bool isRegular, ReadLimits& limits)
+    : m_descriptor(std::move(descriptor)), m_isRegular(isRegular), m_limits(limits) {
     auto* const buffer = static_cast<unsigned char*>(av_malloc(BUFFER_BYTES));
     if (!buffer) {
         return;
@@ -53,7 +59,6 @@ LocalInput::~LocalInput() {
         av_freep(&m_context->buffer); // FFmpeg may have put another in the place of ours
         avio_context_free(&m_context);
     }
-    close(m_descriptor);
 }
 
 std::unique_ptr<LocalInput> LocalInput::open(std::string const& path, ReadLimits& limits, int& error) {
@@ -67,22 +72,21 @@ std::unique_ptr<LocalInput> LocalInput::open(std::string const& path, ReadLimits
         return nullptr;
     }
     // Without O_NONBLOCK to open a pipe is to wait for its writer. Regular files don't mind.
-    int const descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (descriptor < 0) {
+    FileDescriptor descriptor(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    if (descriptor.get() < 0) {
         error = AVERROR(errno);
         return nullptr;
     }
     // The name may lead to something else by now.
-    if (fstat(descriptor, &status) != 0 || !isReadable(status)) {
+    if (fstat(descriptor.get(), &status) != 0 || !isReadable(status)) {
         error = errorOfUnreadable(status);
-        close(descriptor);
         return nullptr;
     }
     bool const isRegular = S_ISREG(status.st_mode);
     if (!isRegular) {
         limits.expectWaiting();
     }
-    std::unique_ptr<LocalInput> input(new LocalInput(descriptor, isRegular, limits));
+    std::unique_ptr<LocalInput> input(new LocalInput(std::move(descriptor), isRegular, limits));
     if (!input->m_context) {
         error = AVERROR(ENOMEM);
         return nullptr;
@@ -93,7 +97,7 @@ std::unique_ptr<LocalInput> LocalInput::open(std::string const& path, ReadLimits
 // Also waits for the first writer of a pipe to come; when the last one has gone, reading finds the end.
 bool LocalInput::waitForData() {
     while (!m_limits.expired()) {
-        pollfd question = {m_descriptor, POLLIN, 0};
+        pollfd question = {m_descriptor.get(), POLLIN, 0};
         if (poll(&question, 1, m_limits.waitMilliseconds()) > 0) {
             return true;
         }
@@ -107,7 +111,7 @@ int LocalInput::readPacket(void* opaque, unsigned char* buffer, int size) {
         if (!self->m_isRegular && !self->waitForData()) {
             break;
         }
-        ssize_t const count = read(self->m_descriptor, buffer, static_cast<std::size_t>(size));
+        ssize_t const count = read(self->m_descriptor.get(), buffer, static_cast<std::size_t>(size));
         if (count > 0) {
             return static_cast<int>(count);
         }
@@ -125,9 +129,9 @@ long long LocalInput::seek(void* opaque, long long offset, int whence) {
     auto const* const self = static_cast<LocalInput*>(opaque);
     if ((whence & AVSEEK_SIZE) != 0) {
         struct stat status = {};
-        return fstat(self->m_descriptor, &status) == 0 ? status.st_size : AVERROR(errno);
+        return fstat(self->m_descriptor.get(), &status) == 0 ? status.st_size : AVERROR(errno);
     }
-    off_t const position = lseek(self->m_descriptor, offset, whence & ~AVSEEK_FORCE);
+    off_t const position = lseek(self->m_descriptor.get(), offset, whence & ~AVSEEK_FORCE);
     return position < 0 ? AVERROR(errno) : position;
 }
 

@@ -7,10 +7,27 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 struct AVIOContext;
 
 namespace ORL_0_81::media {
+
+/// An open file of the system's, closed at the end.
+class FileDescriptor {
+public:
+    /// \param number Negative for none.
+    explicit FileDescriptor(int number) : m_number(number) {}
+
+    FileDescriptor(FileDescriptor&& other) noexcept : m_number(std::exchange(other.m_number, -1)) {}
+    FileDescriptor& operator=(FileDescriptor&&) = delete;
+    ~FileDescriptor();
+
+    int get() const { return m_number; }
+
+private:
+    int m_number;
+};
 
 /// A local file for FFmpeg to read, opened by us: FFmpeg's own way of opening one waits for the writer of a
 /// named pipe for ever, and takes names with a colon for URLs.
@@ -34,14 +51,14 @@ public:
     AVIOContext* context() const { return m_context; }
 
 private:
-    LocalInput(int descriptor, bool isRegular, ReadLimits& limits);
+    LocalInput(FileDescriptor descriptor, bool isRegular, ReadLimits& limits);
 
     static int readPacket(void* opaque, unsigned char* buffer, int size);
     static long long seek(void* opaque, long long offset, int whence);
 
     bool waitForData();
 
-    int m_descriptor;
+    FileDescriptor m_descriptor;
     bool m_isRegular;
     ReadLimits& m_limits;
     AVIOContext* m_context = nullptr;

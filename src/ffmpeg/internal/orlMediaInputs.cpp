@@ -62,6 +62,7 @@ int MediaInputs::openLocal(std::string const& path, AVIOContext*& context) {
     int error = 0;
     std::unique_ptr<LocalInput> input = LocalInput::open(path, m_limits, error);
     if (!input) {
+        m_hasLackedMemory = m_hasLackedMemory || error == AVERROR(ENOMEM);
         return error;
     }
     m_localInputs.push_back(std::move(input));
@@ -117,11 +118,12 @@ int MediaInputs::close(AVIOContext* context) {
 
 int MediaInputs::openReferenced(AVFormatContext* format, AVIOContext** context, char const* url, int flags,
                                 AVDictionary** options) {
+    auto* const self = static_cast<MediaInputs*>(format->opaque);
     *context = nullptr;
     try {
-        return static_cast<MediaInputs*>(format->opaque)
-            ->openReferenced(*format, url, flags, options, *context);
+        return self->openReferenced(*format, url, flags, options, *context);
     } catch (std::bad_alloc const&) {
+        self->m_hasLackedMemory = true;
         return AVERROR(ENOMEM); // no exception passes through FFmpeg
     }
 }

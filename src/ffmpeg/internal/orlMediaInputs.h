@@ -46,6 +46,9 @@ public:
     /// True once something that the medium refers to was not allowed. Formats may hide that.
     bool hasRefused() const { return m_hasRefused; }
 
+    /// True once there was no memory to open something. FFmpeg may have gone on without it.
+    bool hasLackedMemory() const { return m_hasLackedMemory; }
+
 private:
     static int openReferenced(AVFormatContext* format, AVIOContext** context, char const* url, int flags,
                               AVDictionary** options);
@@ -66,6 +69,7 @@ private:
     OpenFunction m_openAsFFmpeg = nullptr;
     std::vector<std::unique_ptr<LocalInput>> m_localInputs;
     bool m_hasRefused = false;
+    bool m_hasLackedMemory = false;
     AVIOContext* m_remoteMedium = nullptr; // owned; what the medium refers to is closed by its format
 };
 

@@ -12,6 +12,7 @@
 #include <sys/stat.h>
 
 #include <limits>
+#include <new>
 
 namespace ORL_0_81::media {
 
@@ -136,10 +137,13 @@ Status describeMedium(std::string const& text, ReadingOptions const& options, Ra
     if (status) {
         status = medium.findStreamParameters();
     }
-    if (!status) {
-        return status;
+    if (status) {
+        status = describeStreams(medium, isSequence ? &frames : nullptr, rateFor(rate), description);
     }
-    return describeStreams(medium, isSequence ? &frames : nullptr, rateFor(rate), description);
+    if (medium.hasLackedMemory()) {
+        throw std::bad_alloc(); // whatever FFmpeg has made of the rest
+    }
+    return status;
 }
 
 } // namespace ORL_0_81::media

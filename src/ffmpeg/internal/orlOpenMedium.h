@@ -44,6 +44,9 @@ public:
     /// One image, not a movie of one frame.
     bool isStillImage() const;
 
+    /// True once there was no memory to open something, so that what is known of the medium may be wrong.
+    bool hasLackedMemory() const { return m_inputs.hasLackedMemory(); }
+
     /// The status for a medium that was opened and makes no sense: where the format was hardly recognised it
     /// is of another one.
     Status statusOfNonsense() const;

@@ -441,4 +441,36 @@ TEST(JobDispatcherStress, NoMoreJobsRunAtATimeThanThereAreWorkersAndWaitSeesThem
     }
 }
 
+// From within jobs
+
+// Each operation that a job may call, by the jobs of several workers at a time: on their own dispatcher and, since a
+// job would wait for itself there, wait() on another.
+TEST(JobDispatcherStress, JobsOfManyWorkersUseDispatchersAtATime) {
+    TimeLimit const limit("jobs that use dispatchers", std::chrono::seconds(120));
+    constexpr int JOBS = 200 * EFFORT;
+    std::atomic<int> ran{0};
+    {
+        JobDispatcher other(2);
+        JobDispatcher dispatcher(4);
+        for (int i = 0; i < JOBS; ++i) {
+            auto const self = std::make_shared<int>(NONE);
+            Job const job = makeJob([&, self] {
+                int const inner = other.addJob(makeJob([&ran] { ++ran; }));
+                other.prioritizeJob(inner);
+                other.wait();
+                other.waitJob(inner);
+                other.removeJob(inner); // done already
+                int const next = dispatcher.addJob(makeJob([&ran] { ++ran; }));
+                dispatcher.prioritizeJob(next);
+                // Waits for the job that is here.
+                dispatcher.removeJob(dispatcher.addJob(makeJob([] { ADD_FAILURE(); }, *self)));
+                ++ran;
+            });
+            *self = job->getId();
+            dispatcher.addJob(job);
+        }
+    }
+    EXPECT_EQ(ran, 3 * JOBS);
+}
+
 } // namespace

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Copyright Contributors to the orlCore project
+#include <orlAudioProviderInterface.h>
 #include <orlSubjectObserver.h>
+#include <orlTokenProducer.h>
 
 #include <gtest/gtest.h>
 
@@ -125,6 +127,50 @@ TEST(SubjectThreads, ACallbackMayChangeTheSubjectWhileOthersNotify) {
     for (Fickle const& observer : observers) {
         EXPECT_EQ(observer.m_calls, 1) << "attached again by its last call";
     }
+}
+
+// Both guard their observers as any subject does, though all else is for one thread.
+
+class Tone : public AudioProviderInterface {
+public:
+    SharedPtr<AudioFormatInterface> getAudioFormat() const override { return nullptr; }
+    Status doFillAudioBuffer(char*, unsigned long, unsigned long) override { return Status::kSuccess; }
+};
+
+TEST(SubjectThreads, AProviderOfSoundIsHeardWhileObserversComeAndGo) {
+    Tone provider;
+    Counter steady;
+    std::vector<Counter> coming(THREADS);
+    provider.addObserver(&steady);
+    onThreads([&](std::size_t t) {
+        char data[1] = {};
+        for (int round = 0; round < ROUNDS; ++round) {
+            provider.addObserver(&coming[t]);
+            EXPECT_TRUE(provider.fillAudioBuffer(data, sizeof data, 0));
+            provider.removeObserver(&coming[t]);
+        }
+    });
+    EXPECT_EQ(steady.m_calls, THREADS * ROUNDS);
+}
+
+class Silence : public TokenProducer {
+public:
+    Status getTokens(List<SharedPtr<Token>>&) override { return Status::kSuccess; }
+};
+
+TEST(SubjectThreads, AProducerOfTokensIsHeardWhileObserversComeAndGo) {
+    Silence producer;
+    Counter steady;
+    std::vector<Counter> coming(THREADS);
+    producer.addObserver(&steady);
+    onThreads([&](std::size_t t) {
+        for (int round = 0; round < ROUNDS; ++round) {
+            producer.addObserver(&coming[t]);
+            producer.notify(TokenProducer::ChangeHint());
+            producer.removeObserver(&coming[t]);
+        }
+    });
+    EXPECT_EQ(steady.m_calls, THREADS * ROUNDS);
 }
 
 } // namespace

@@ -4,10 +4,13 @@
 
 #include "rapidotio/orlOtioTimeRange.h"
 #include "support/Json.h"
+#include "support/orlThreads.h"
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -350,6 +353,37 @@ TEST(OtioParsing, AListWithAnythingElseIsNone) {
         std::vector<double> numbers;
         EXPECT_FALSE(Parsing::toNumbers(parsed(text), 300.0, numbers)) << text;
     }
+}
+
+TEST(OtioParsing, OneDocumentIsReadOnManyThreadsAtATime) {
+    rapidjson::Document const document =
+        parsed(R"({"text":"words","int":7,"double":2.5,"bool":true,"object":{"array":[1,2]}})");
+    onThreads(4, [&document](std::size_t) {
+        for (int round = 0; round < 100; ++round) {
+            std::string text;
+            EXPECT_TRUE(Parsing::getString(document, "text", text));
+            EXPECT_EQ(text, "words");
+            int number = 0;
+            unsigned positive = 0;
+            EXPECT_TRUE(Parsing::getInt(document, "int", number));
+            EXPECT_TRUE(Parsing::getUInt(document, "int", positive));
+            double fraction = 0.0;
+            float narrow = 0.0F;
+            EXPECT_TRUE(Parsing::getDouble(document, "double", fraction));
+            EXPECT_TRUE(Parsing::getFloat(document, "double", narrow));
+            bool flag = false;
+            EXPECT_TRUE(Parsing::getBool(document, "bool", flag));
+            rapidjson::Value const* const object = Parsing::findObject(document, "object");
+            ASSERT_TRUE(object);
+            std::vector<double> numbers;
+            rapidjson::Value const* const array = Parsing::findArray(*object, "array");
+            ASSERT_TRUE(array);
+            EXPECT_TRUE(Parsing::toNumbers(*array, 300.0, numbers));
+            EXPECT_EQ(numbers.size(), 2U);
+            EXPECT_STREQ(Parsing::peekString(document, "text"), "words");
+            EXPECT_FALSE(Parsing::hasSchema(document, "Clip.1"));
+        }
+    });
 }
 
 } // namespace
