@@ -5,6 +5,7 @@
 // by turns. An odd one: each further byte decides something that becomes of a few resolvers and producers. The
 // library must do what the plain model of the tests does.
 #include "orlChoices.h"
+#include "orlLines.h"
 #include "support/orlResolverModel.h"
 
 #include <cstddef>
@@ -22,18 +23,6 @@ using namespace orlTest;
 [[noreturn]] void fail(std::string const& what, std::string const& library, std::string const& model) {
     std::fprintf(stderr, "%s\nlibrary: %s\nmodel:   %s\n", what.c_str(), library.c_str(), model.c_str());
     std::abort();
-}
-
-std::vector<std::string> linesOf(std::string const& text) {
-    std::vector<std::string> lines(1);
-    for (char const c : text) {
-        if (c == '\n') {
-            lines.emplace_back();
-        } else {
-            lines.back() += c;
-        }
-    }
-    return lines;
 }
 
 void resolve(char open, char close, std::vector<std::string> const& lines) {
@@ -69,8 +58,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     if (size > 0 && data[0] % 2 != 0) {
         play({data + 1, size - 1});
     } else if (size > 3) {
-        std::string const text(reinterpret_cast<char const*>(data) + 3, size - 3);
-        resolve(static_cast<char>(data[1]), static_cast<char>(data[2]), linesOf(text));
+        resolve(static_cast<char>(data[1]), static_cast<char>(data[2]), orlFuzz::linesOf(data + 3, size - 3));
     }
     return 0;
 }
