@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: Apache-2.0
+// Copyright Contributors to the orlCore project
+
+// The first byte chooses a name, the rest is the file. The reader must say what it may say of a file, and what it
+// says of a medium must be a document of one clip in normal form. FFmpeg itself is not instrumented.
+#include "internal/orlJson.h"
+#include "orlFFmpegMediaMetadataReader.h"
+#include "orlSameJson.h"
+#include "rapidotio/orlOtioNode.h"
+#include "rapidotio/orlOtioNodeVisitor.h"
+#include "rapidotio/orlOtioVisitorHelper.h"
+
+#include <rapidjson/document.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include <unistd.h>
+
+namespace {
+
+using namespace ORL_0_81;
+
+// Of files, and of what they are asked for; makeMedia.sh knows the order.
+struct Name {
+    char const* file;
+    char const* asked;
+};
+Name const NAMES[] = {{"medium.mov", "medium.mov"},   {"medium.mp4", "medium.mp4"},
+                      {"medium.mkv", "medium.mkv"},   {"medium.avi", "medium.avi"},
+                      {"medium.mxf", "medium.mxf"},   {"medium.wav", "medium.wav"},
+                      {"medium.png", "medium.png"},   {"medium.exr", "medium.exr"},
+                      {"medium.gif", "medium.gif"},   {"medium.ts", "medium.ts"},
+                      {"medium.dpx", "medium.dpx"},   {"medium.tga", "medium.tga"},
+                      {"medium.flac", "medium.flac"}, {"medium.m3u8", "medium.m3u8"},
+                      {"medium.txt", "medium.txt"},   {"medium.0007.png", "medium.%04d.png"}};
+
+Status::Type const FAILURES[] = {Status::kIOAccess, Status::kUnsupportedFormat, Status::kUnsupportedCodec,
+                                 Status::kVariableFps, Status::kErrorOpeningMediaFile};
+
+// A folder in memory where there is one.
+class Folder {
+public:
+    Folder() {
+        std::filesystem::path const shared = "/dev/shm";
+        bool const isShared = access(shared.c_str(), W_OK) == 0;
+        m_path = (isShared ? shared : std::filesystem::temp_directory_path()) /
+                 ("orlFFmpegReaderFuzzer." + std::to_string(getpid()));
+        std::filesystem::create_directory(m_path);
+    }
+    Folder(Folder const&) = delete;
+    Folder& operator=(Folder const&) = delete;
+    ~Folder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
+
+    std::string operator/(char const* name) const { return (m_path / name).string(); }
+
+private:
+    std::filesystem::path m_path;
+};
+
+class Counter : public rapidotio::NodeVisitor {
+public:
+    void visitClipNode(rapidotio::ClipNode& /*node*/) override { ++clips; }
+
+    int clips = 0;
+};
+
+[[noreturn]] void fail(char const* what, std::string const& left, std::string const& right) {
+    std::fprintf(stderr, "%s\n%s\n%s\n", what, left.c_str(), right.c_str());
+    std::abort();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+    static Folder const folder;
+    static SharedPtr<FFmpegMediaMetadataReader> const reader(new FFmpegMediaMetadataReader);
+    if (size == 0) {
+        return 0;
+    }
+    reader->setTimeLimit(2.0);
+    Name const& name = NAMES[data[0] % (sizeof NAMES / sizeof *NAMES)];
+    std::string const file = folder / name.file;
+    std::ofstream(file, std::ios::binary)
+        .write(reinterpret_cast<char const*>(data) + 1, static_cast<std::streamsize>(size - 1));
+
+    String document("untouched");
+    Status const status =
+        reader->readMediaMetadata((folder / name.asked).c_str(), Bounds(0.0, 0.0, 1.7777777777777777, 1.0),
+                                  Time(0, Rational(24, 1)), document);
+    std::filesystem::remove(file);
+    std::string const text = document.asChar();
+    if (!status) {
+        if (text != "untouched" || !std::count(std::begin(FAILURES), std::end(FAILURES), status.get())) {
+            fail("no such failure", status.getStr(), text);
+        }
+        return 0;
+    }
+    std::string normal;
+    Counter counter;
+    if (!rapidotio::VisitorHelper::visit(text, counter, &normal) || counter.clips != 1) {
+        fail("no document of one clip", text, normal);
+    }
+    rapidjson::Document values;
+    rapidjson::Document normalValues;
+    parseJson(text.c_str(), values);
+    parseJson(normal.c_str(), normalValues);
+    if (!orlFuzz::isSame(values, normalValues)) {
+        fail("no document in normal form", text, normal);
+    }
+    return 0;
+}
