@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
 # Makes the seeds of orlFFmpegReaderFuzzer with the program ffmpeg: media of a few small frames, each behind the
-# byte that chooses its name. What stands there already is kept.
+# byte that chooses its extension. What stands there already is kept.
 #
 # usage: makeMedia.sh FOLDER
 set -euo pipefail
@@ -11,8 +11,8 @@ mkdir -p "$folder"
 part=$(mktemp -d)
 trap 'rm -rf "$part"' EXIT
 
-# The names in the order of the target's own list.
-names=(mov mp4 mkv avi mxf wav png exr gif ts dpx tga flac m3u8 txt '0007.png')
+# In the order of the target's own list.
+extensions=(mov mp4 mkv avi mxf wav png exr gif ts dpx tga flac m3u8 txt '0007.png')
 
 # make NAME EXTENSION [FFMPEG OPTION ...]
 make() {
@@ -20,8 +20,8 @@ make() {
     shift 2
     [ ! -e "$seed" ] || return 0
     ffmpeg -nostdin -loglevel error "$@" -bitexact -y "$part/medium.$extension"
-    for i in "${!names[@]}"; do
-        [ "${names[i]}" != "$extension" ] || printf '%b' "\\x$(printf '%02x' "$i")" >"$part/seed"
+    for i in "${!extensions[@]}"; do
+        [ "${extensions[i]}" != "$extension" ] || printf '%b' "\\x$(printf '%02x' "$i")" >"$part/seed"
     done
     cat "$part/medium.$extension" >>"$part/seed"
     mv "$part/seed" "$seed"

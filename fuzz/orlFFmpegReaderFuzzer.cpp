@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Copyright Contributors to the orlCore project
 
-// The first byte chooses a name, the rest is the file. The reader must say what it may say of a file, and what it
+// The first byte chooses an extension, the rest is the file. The reader must say what it may say of a file, and what it
 // says of a medium must be a document of one clip in normal form. FFmpeg itself is not instrumented.
 #include "internal/orlJson.h"
 #include "orlFFmpegMediaMetadataReader.h"
@@ -28,19 +28,9 @@ namespace {
 
 using namespace ORL_0_81;
 
-// Of files, and of what they are asked for; makeMedia.sh knows the order.
-struct Name {
-    char const* file;
-    char const* asked;
-};
-Name const NAMES[] = {{"medium.mov", "medium.mov"},   {"medium.mp4", "medium.mp4"},
-                      {"medium.mkv", "medium.mkv"},   {"medium.avi", "medium.avi"},
-                      {"medium.mxf", "medium.mxf"},   {"medium.wav", "medium.wav"},
-                      {"medium.png", "medium.png"},   {"medium.exr", "medium.exr"},
-                      {"medium.gif", "medium.gif"},   {"medium.ts", "medium.ts"},
-                      {"medium.dpx", "medium.dpx"},   {"medium.tga", "medium.tga"},
-                      {"medium.flac", "medium.flac"}, {"medium.m3u8", "medium.m3u8"},
-                      {"medium.txt", "medium.txt"},   {"medium.0007.png", "medium.%04d.png"}};
+// makeMedia.sh knows their order.
+char const* const EXTENSIONS[] = {"mov", "mp4", "mkv", "avi", "mxf",  "wav",  "png", "exr",
+                                  "gif", "ts",  "dpx", "tga", "flac", "m3u8", "txt", "0007.png"};
 
 Status::Type const FAILURES[] = {Status::kIOAccess, Status::kUnsupportedFormat, Status::kUnsupportedCodec,
                                  Status::kVariableFps, Status::kErrorOpeningMediaFile};
@@ -62,7 +52,7 @@ public:
         std::filesystem::remove_all(m_path, ignored);
     }
 
-    std::string operator/(char const* name) const { return (m_path / name).string(); }
+    std::string operator/(std::string const& name) const { return (m_path / name).string(); }
 
 private:
     std::filesystem::path m_path;
@@ -89,15 +79,15 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         return 0;
     }
     reader->setTimeLimit(2.0);
-    Name const& name = NAMES[data[0] % (sizeof NAMES / sizeof *NAMES)];
-    std::string const file = folder / name.file;
+    std::string const extension = EXTENSIONS[data[0] % (sizeof EXTENSIONS / sizeof *EXTENSIONS)];
+    std::string const file = folder / ("medium." + extension);
+    std::string const asked = folder / (extension == "0007.png" ? "medium.%04d.png" : "medium." + extension);
     std::ofstream(file, std::ios::binary)
         .write(reinterpret_cast<char const*>(data) + 1, static_cast<std::streamsize>(size - 1));
 
     String document("untouched");
-    Status const status =
-        reader->readMediaMetadata((folder / name.asked).c_str(), Bounds(0.0, 0.0, 1.7777777777777777, 1.0),
-                                  Time(0, Rational(24, 1)), document);
+    Status const status = reader->readMediaMetadata(asked.c_str(), Bounds(0.0, 0.0, 1.7777777777777777, 1.0),
+                                                    Time(0, Rational(24, 1)), document);
     std::filesystem::remove(file);
     std::string const text = document.asChar();
     if (!status) {
