@@ -32,8 +32,10 @@ using namespace ORL_0_81;
 char const* const EXTENSIONS[] = {"mov", "mp4", "mkv", "avi", "mxf",  "wav",  "png", "exr",
                                   "gif", "ts",  "dpx", "tga", "flac", "m3u8", "txt", "0007.png"};
 
-Status::Type const FAILURES[] = {Status::kIOAccess, Status::kUnsupportedFormat, Status::kUnsupportedCodec,
-                                 Status::kVariableFps, Status::kErrorOpeningMediaFile};
+// The file is there, but a playlist may name one that is not.
+Status::Type const FAILURES[] = {Status::kFileNotFound,      Status::kIOAccess,
+                                 Status::kUnsupportedFormat, Status::kUnsupportedCodec,
+                                 Status::kVariableFps,       Status::kErrorOpeningMediaFile};
 
 // A folder in memory where there is one.
 class Folder {
