@@ -29,6 +29,8 @@ make() {
 
 picture=(-f lavfi -i "testsrc=size=16x16:rate=25:duration=0.08")
 slow=(-f lavfi -i "testsrc=size=16x16:rate=24000/1001:duration=0.09")
+broadcast=(-f lavfi -i "testsrc=size=16x16:rate=30000/1001:duration=0.07")
+long=(-f lavfi -i "color=size=16x16:rate=25:duration=5.6") # more frames than the reader looks at
 tone=(-f lavfi -i "sine=frequency=440:sample_rate=8000:duration=0.05")
 
 make movie.mov mov "${slow[@]}" -c:v mpeg4 -timecode 01:00:00:00 -metadata title=a
@@ -39,6 +41,10 @@ make fragmented.mp4 mp4 "${picture[@]}" -c:v mpeg4 -g 1 -movflags frag_keyframe+
 make movie.mkv mkv "${picture[@]}" "${tone[@]}" -c:v ffv1 -c:a pcm_s16le
 make movie.avi avi "${picture[@]}" -c:v mjpeg
 make movie.mxf mxf "${picture[@]}" -vf scale=64:64 -c:v mpeg2video -timecode 10:00:00:00
+make drop.mov mov "${broadcast[@]}" -c:v mpeg4 -timecode '00:01:00;02'
+make variable.mp4 mp4 "${long[@]}" -frames:v 30 -vf "select='not(mod(n,7))+not(mod(n,3))'" -vsync vfr -c:v mpeg4 -q:v 31
+make long.mkv mkv "${long[@]}" -c:v mpeg4 -q:v 31
+make bare.m4v txt "${long[@]}" -c:v mpeg4 -q:v 31 -f m4v
 make sound.wav wav "${tone[@]}" -c:a pcm_s16le
 make sound.flac flac "${tone[@]}" -c:a flac
 make image.png png "${picture[@]}" -frames:v 1 -pix_fmt rgba
