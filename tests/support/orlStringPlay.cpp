@@ -445,24 +445,103 @@ void StringPlay::checkPair() {
     require(">", s > t, m > o);
     require("<=", s <= t, m <= o);
     require(">=", s >= t, m >= o);
-    require("< text", s < text, m < o.c_str());
-    require("text <", s.c_str() < t, m.c_str() < o);
     require("compare", signOf(s.compare(t)), signOf(m.compare(o)));
+    require("length", s.length(), m.size());
+    checkTexts(s, m, text);
+    checkSearches(s, m, t, pos, count, c);
+    if (++m_pairs % 8 == 0) { // what fails takes its time
+        checkParts(s, m, t, pos, count);
+    }
+}
+
+// With a text of no object, on either side.
+void StringPlay::checkTexts(String const& s, std::string const& m, char const* text) const {
+    require("== text", s == text, m == text);
+    require("!= text", s != text, m != text);
+    require("< text", s < text, m < text);
+    require("> text", s > text, m > text);
+    require("<= text", s <= text, m <= text);
+    require(">= text", s >= text, m >= text);
+    require("text ==", text == s, text == m);
+    require("text !=", text != s, text != m);
+    require("text <", text < s, text < m);
+    require("text >", text > s, text > m);
+    require("text <=", text <= s, text <= m);
+    require("text >=", text >= s, text >= m);
     require("compare(text)", signOf(s.compare(text)), signOf(m.compare(text)));
+    require("+ text", bytes(s + text), m + text);
+    require("text +", bytes(text + s), text + m);
+    require("+ c", bytes(s + *text), m + *text);
+    require("c +", bytes(*text + s), *text + m);
+}
+
+void StringPlay::checkSearches(String const& s, std::string const& m, String const& t, unsigned long pos,
+                               unsigned long count, char c) const {
+    std::string const o = bytes(t);
+    char const* const text = t.c_str();
     require("find", s.find(t, pos), m.find(o, pos));
-    require("rfind", s.rfind(t, pos), m.rfind(o, pos));
-    require("find_first_of", s.find_first_of(t, pos), m.find_first_of(o, pos));
-    require("find_last_of", s.find_last_of(t, pos), m.find_last_of(o, pos));
-    require("find_first_not_of", s.find_first_not_of(t, pos), m.find_first_not_of(o, pos));
-    require("find_last_not_of", s.find_last_not_of(t, pos), m.find_last_not_of(o, pos));
     require("find(text)", s.find(text, pos), m.find(text, pos));
-    require("rfind(text,n)", s.rfind(text, pos, count), m.rfind(text, pos, count));
-    require("find_first_of(text,n)", s.find_first_of(text, pos, count), m.find_first_of(text, pos, count));
-    require("find_last_of(text)", s.find_last_of(text, pos), m.find_last_of(text, pos));
-    require("find_first_not_of(c)", s.find_first_not_of(c, pos), m.find_first_not_of(c, pos));
-    require("find_last_not_of(c)", s.find_last_not_of(c, pos), m.find_last_not_of(c, pos));
+    require("find(text,n)", s.find(text, pos, count), m.find(text, pos, count));
     require("find(c)", s.find(c, pos), m.find(c, pos));
+    require("rfind", s.rfind(t, pos), m.rfind(o, pos));
+    require("rfind(text)", s.rfind(text, pos), m.rfind(text, pos));
+    require("rfind(text,n)", s.rfind(text, pos, count), m.rfind(text, pos, count));
     require("rfind(c)", s.rfind(c, pos), m.rfind(c, pos));
+    require("find_first_of", s.find_first_of(t, pos), m.find_first_of(o, pos));
+    require("find_first_of(text)", s.find_first_of(text, pos), m.find_first_of(text, pos));
+    require("find_first_of(text,n)", s.find_first_of(text, pos, count), m.find_first_of(text, pos, count));
+    require("find_first_of(c)", s.find_first_of(c, pos), m.find_first_of(c, pos));
+    require("find_last_of", s.find_last_of(t, pos), m.find_last_of(o, pos));
+    require("find_last_of(text)", s.find_last_of(text, pos), m.find_last_of(text, pos));
+    require("find_last_of(text,n)", s.find_last_of(text, pos, count), m.find_last_of(text, pos, count));
+    require("find_last_of(c)", s.find_last_of(c, pos), m.find_last_of(c, pos));
+    require("find_first_not_of", s.find_first_not_of(t, pos), m.find_first_not_of(o, pos));
+    require("find_first_not_of(text)", s.find_first_not_of(text, pos), m.find_first_not_of(text, pos));
+    require("find_first_not_of(text,n)", s.find_first_not_of(text, pos, count),
+            m.find_first_not_of(text, pos, count));
+    require("find_first_not_of(c)", s.find_first_not_of(c, pos), m.find_first_not_of(c, pos));
+    require("find_last_not_of", s.find_last_not_of(t, pos), m.find_last_not_of(o, pos));
+    require("find_last_not_of(text)", s.find_last_not_of(text, pos), m.find_last_not_of(text, pos));
+    require("find_last_not_of(text,n)", s.find_last_not_of(text, pos, count),
+            m.find_last_not_of(text, pos, count));
+    require("find_last_not_of(c)", s.find_last_not_of(c, pos), m.find_last_not_of(c, pos));
+}
+
+// What reads from a position on, and so may fail.
+void StringPlay::checkParts(String const& s, std::string const& m, String const& t, unsigned long pos,
+                            unsigned long count) const {
+    std::string const o = bytes(t);
+    char const* const text = t.c_str();
+    int compared[4] = {};
+    int expected[4] = {};
+    std::string copied(m.size() + 1, '.');
+    std::string expectedCopy = copied;
+    char element = '.';
+    char expectedElement = '.';
+    std::function<void()> const reads[][2] = {
+        {[&] { compared[0] = s.compare(pos, count, t); }, [&] { expected[0] = m.compare(pos, count, o); }},
+        {[&] { compared[1] = s.compare(pos, count, t, count / 2, count); },
+         [&] { expected[1] = m.compare(pos, count, o, count / 2, count); }},
+        {[&] { compared[2] = s.compare(pos, count, text); },
+         [&] { expected[2] = m.compare(pos, count, text); }},
+        {[&] { compared[3] = s.compare(pos, count, text, count); },
+         [&] { expected[3] = m.compare(pos, count, text, count); }},
+        {[&] { s.copy(copied.data(), count, pos); }, [&] { m.copy(expectedCopy.data(), count, pos); }},
+        {[&] { element = s.at(pos); }, [&] { expectedElement = m.at(pos); }},
+    };
+    for (auto const& [real, model] : reads) {
+        require<int>("the failure of a reading", outcomeOf(real).kind, outcomeOf(model).kind);
+    }
+    for (int i = 0; i < 4; ++i) {
+        require("compare(pos,...)", signOf(compared[i]), signOf(expected[i]));
+    }
+    require("copy", copied, expectedCopy);
+    require("at", element, expectedElement);
+    require("begin to end", std::string(s.begin(), s.end()), m);
+    if (!m.empty()) {
+        require("front, back", std::string{s.front(), s.back(), s[0]},
+                std::string{m.front(), m.back(), m[0]});
+    }
 }
 
 // A little beyond the end now and then.

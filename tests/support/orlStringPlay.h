@@ -66,6 +66,11 @@ private:
     void perform(char const* name, std::function<void()> const& real, std::function<void()> const& model);
     void check() const;
     void checkPair();
+    void checkTexts(ORL_0_81::String const& s, std::string const& m, char const* text) const;
+    void checkSearches(ORL_0_81::String const& s, std::string const& m, ORL_0_81::String const& t,
+                       unsigned long pos, unsigned long count, char c) const;
+    void checkParts(ORL_0_81::String const& s, std::string const& m, ORL_0_81::String const& t,
+                    unsigned long pos, unsigned long count) const;
 
     template <class T>
     void require(char const* what, T const& actual, T const& expected) const;
@@ -75,6 +80,7 @@ private:
     std::vector<StringModel> m_models;
     std::string m_operation;
     unsigned int m_failures = 0;
+    unsigned int m_pairs = 0;
 };
 
 } // namespace orlTest
