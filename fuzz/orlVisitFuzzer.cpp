@@ -4,6 +4,7 @@
 // A document is read, walked and written; what came out is read and written again. The second text must be
 // the first, and each must be what the tree's values give.
 #include "internal/orlJson.h"
+#include "orlSameJson.h"
 #include "rapidotio/orlOtioNode.h"
 #include "rapidotio/orlOtioNodeIterator.h"
 #include "rapidotio/orlOtioNodeVisitor.h"
@@ -11,7 +12,6 @@
 
 #include <rapidjson/document.h>
 
-#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -42,43 +42,6 @@ private:
 [[noreturn]] void fail(char const* what, std::string const& left, std::string const& right) {
     std::fprintf(stderr, "%s\n%s\n%s\n", what, left.c_str(), right.c_str());
     std::abort();
-}
-
-// The parser's default precision may move a fraction of 17 digits by one unit in the last place.
-bool isSame(rapidjson::Value const& left, rapidjson::Value const& right) {
-    if (left.GetType() != right.GetType()) {
-        return false;
-    }
-    if (left.IsObject()) {
-        if (left.MemberCount() != right.MemberCount()) {
-            return false;
-        }
-        auto other = right.MemberBegin();
-        for (auto const& member : left.GetObject()) {
-            if (member.name != other->name || !isSame(member.value, other->value)) {
-                return false;
-            }
-            ++other;
-        }
-        return true;
-    }
-    if (left.IsArray()) {
-        if (left.Size() != right.Size()) {
-            return false;
-        }
-        for (rapidjson::SizeType i = 0; i < left.Size(); ++i) {
-            if (!isSame(left[i], right[i])) {
-                return false;
-            }
-        }
-        return true;
-    }
-    if (left.IsDouble() && right.IsDouble()) {
-        double const a = left.GetDouble();
-        double const b = right.GetDouble();
-        return a == b || std::nextafter(a, b) == b || std::nextafter(std::nextafter(a, b), b) == b;
-    }
-    return left == right;
 }
 
 std::string throughValues(std::string const& text) {
@@ -127,7 +90,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     }
     rapidjson::Document secondValues;
     parseJson(second.c_str(), secondValues);
-    if (second != first && !isSame(firstValues, secondValues)) {
+    if (second != first && !orlFuzz::isSame(firstValues, secondValues)) {
         fail("the second text differs from the first", first, second);
     }
     return 0;

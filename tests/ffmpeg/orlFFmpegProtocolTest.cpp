@@ -97,6 +97,18 @@ TEST(ProtocolTest, WhatAPlaylistRefersToMustBeAllowedToo) {
     EXPECT_FALSE(port.wasCalled(50));
 }
 
+TEST(ProtocolTest, APlaylistOfAPlaylistThatIsMissingIsAFileNotFound) {
+    Damage::Folder const folder;
+    std::string const list = folder.write("list.m3u8", "#EXTM3U\n#EXT-X-STREAM-INF:BANDWIDTH=1\nno.m3u8\n");
+    EXPECT_EQ(Reader().statusOf(list), Status::kFileNotFound);
+}
+
+TEST(ProtocolTest, APlaylistOfMediaThatAreMissingHasNoUsableFrame) {
+    Damage::Folder const folder;
+    std::string const list = folder.write("list.m3u8", playlistOf("no.ts"));
+    EXPECT_EQ(Reader().statusOf(list), Status::kErrorOpeningMediaFile);
+}
+
 TEST(ProtocolTest, APlaylistThatIsStillBeingWrittenEndsWithTheTimeLimit) {
     Damage::Folder const folder;
     std::string const list = folder.write(

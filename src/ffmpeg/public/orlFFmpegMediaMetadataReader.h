@@ -41,7 +41,8 @@ namespace ORL_0_81 {
 ///
 /// **Failure.**
 ///
-/// - kFileNotFound: no such file, no frame of such a sequence, an empty path.
+/// - kFileNotFound: no such file, no frame of such a sequence, an empty path; a playlist that leads to another
+///   one that is not there.
 /// - kIOAccess: no permission; a protocol that is not allowed, also where the medium leads to it; an error of
 ///   the device or the network; the time limit, spent on waiting.
 /// - kUnsupportedFormat: nothing that FFmpeg knows, such as text; a format without picture and sound; a

@@ -2,12 +2,12 @@
 // Copyright Contributors to the orlCore project
 #include <orlTokenResolver.h>
 
-#include "orlTokenTesting.h"
 #include "support/Seed.h"
+#include "support/orlResolverModel.h"
 
 #include <gtest/gtest.h>
 
-#include <map>
+#include <cstddef>
 #include <random>
 #include <string>
 #include <vector>
@@ -18,31 +18,7 @@
 namespace {
 
 using namespace ORL_0_81;
-
-using ResolverPtr = SharedPtr<TokenResolver>;
-using Values = std::map<std::string, std::string>;
-
-std::string plainlyResolved(std::string text, char open, char close, Values const& values) {
-    std::size_t position = text.find(open);
-    while (position != std::string::npos) {
-        std::size_t const end = text.find(close, position);
-        std::string const token = end == std::string::npos ? "" : text.substr(position, end + 1 - position);
-        auto const known = values.find(token);
-        if (!token.empty() && known != values.end()) {
-            text.replace(position, token.size(), known->second);
-            position = text.find(open, position + known->second.size());
-        } else {
-            position = text.find(open, position + 1);
-        }
-    }
-    return text;
-}
-
-std::string libraryResolved(TokenResolver const& resolver, std::string const& text) {
-    String output;
-    resolver.resolve(String(text.data(), text.size()), output);
-    return std::string(output.data(), output.size());
-}
+using namespace orlTest;
 
 class Random {
 public:
@@ -124,111 +100,13 @@ INSTANTIATE_TEST_SUITE_P(Delimiters, TokenResolverModel,
                          testing::Values(Delimiters{'{', '}'}, Delimiters{'%', '%'},
                                          Delimiters{'<', '\xff'}));
 
-// One resolver, its copies and its producers under random changes, beside what each must know.
-struct Modelled {
-    ResolverPtr resolver;
-    std::vector<std::size_t> producers;
-    bool isFilled = false;
-    bool isHeard = false; // by each of its producers, while the table is filled
-    Values table;
-};
-
 TEST(TokenResolverStateModel, TableAndLinksChangeAsTheModelSays) {
     Random random(printedSeed());
-    constexpr std::size_t PRODUCERS = 4;
-    for (int round = 0; round < 100 && !HasFailure(); ++round) {
-        std::vector<ProducerPtr> producers;
-        for (std::size_t i = 0; i < PRODUCERS; ++i) {
-            producers.push_back(fixedProducer({}));
-        }
-        int next = 0;
-        auto const changeTokens = [&](std::size_t index) {
-            producers[index]->m_tokens.clear();
-            for (std::size_t count = random.upTo(2); count > 0; --count) {
-                producers[index]->m_tokens.push_back(
-                    fixedToken("{" + std::string(1, static_cast<char>('a' + random.upTo(2))) + "}",
-                               std::to_string(++next)));
-            }
-        };
-        std::vector<Modelled> all(1);
-        all[0].resolver = TokenResolver::create('{', '}');
-        for (int step = 0; step < 100 && !HasFailure(); ++step) {
-            std::size_t const which = random.upTo(all.size() - 1);
-            std::size_t const index = random.upTo(PRODUCERS - 1);
-            switch (random.upTo(7)) {
-            case 0: {
-                all[which].resolver->add(producers[index]);
-                all[which].producers.push_back(index);
-                all[which].isFilled = false;
-                break;
-            }
-            case 1: {
-                Modelled& one = all[which];
-                one.resolver->remove(producers[index]);
-                auto place = one.producers.begin();
-                while (place != one.producers.end() && *place != index) {
-                    ++place;
-                }
-                if (place != one.producers.end()) {
-                    one.producers.erase(place);
-                    one.isFilled = false;
-                }
-                break;
-            }
-            case 2: // a change that nobody tells of
-                changeTokens(index);
-                break;
-            case 3:
-                changeTokens(index);
-                producers[index]->notify(TokenProducer::ChangeHint());
-                for (Modelled& one : all) {
-                    for (std::size_t const own : one.producers) {
-                        one.isFilled = one.isFilled && !(own == index && one.isHeard);
-                    }
-                }
-                break;
-            case 4: {
-                if (all.size() < 5) {
-                    Modelled copy = all[which];
-                    copy.resolver = all[which].resolver->clone();
-                    copy.isHeard = false;
-                    all.push_back(copy);
-                }
-                break;
-            }
-            case 5: {
-                std::size_t const source = random.upTo(all.size() - 1);
-                if (source != which) {
-                    ResolverPtr const target = all[which].resolver;
-                    *target = *all[source].resolver;
-                    all[which] = all[source];
-                    all[which].resolver = target;
-                    all[which].isHeard = false;
-                }
-                break;
-            }
-            case 6:
-                if (all.size() > 1) {
-                    all.erase(all.begin() + static_cast<std::ptrdiff_t>(which));
-                }
-                break;
-            default:
-                break;
-            }
-            Modelled& asked = all[random.upTo(all.size() - 1)];
-            if (!asked.isFilled) {
-                asked.table.clear();
-                for (std::size_t const own : asked.producers) {
-                    for (TokenPtr const& token : producers[own]->m_tokens) {
-                        asked.table[token->getName()] = static_cast<FixedToken const&>(*token).m_value;
-                    }
-                }
-                asked.isFilled = !asked.table.empty();
-                asked.isHeard = true;
-            }
-            std::string const text = "{a}{b}{c}";
-            EXPECT_EQ(libraryResolved(*asked.resolver, text), plainlyResolved(text, '{', '}', asked.table))
-                << "step " << step;
+    for (int round = 0; round < 100; ++round) {
+        ResolverPlay play([&](std::size_t count) { return random.upTo(count - 1); });
+        for (int step = 0; step < 100; ++step) {
+            play.step();
+            ASSERT_EQ(play.libraryText(), play.modelText()) << "step " << step;
         }
     }
 }
