@@ -42,7 +42,8 @@ function(orl_target_defaults target)
   endif()
 
   if(ORL_COVERAGE)
-    target_compile_options(${target} PRIVATE --coverage -O0)
+    # Threads count in the same places, and a lost count can be the only one of a line.
+    target_compile_options(${target} PRIVATE --coverage -fprofile-update=atomic -O0 -g0)
     target_link_options(${target} PRIVATE --coverage)
   endif()
 endfunction()

@@ -6,9 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/mman.h>
+
 #include <algorithm>
 #include <iterator>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -165,6 +168,68 @@ TEST(CandidateIndex, ComparesLongNamesOnceForAllTheirFields) {
     for (std::size_t field = 0; field < fields.size(); ++field) {
         ASSERT_EQ(index.count(0, field, fields[field]), 2U);
     }
+}
+
+TEST(CandidateIndex, TellsLongNamesApartThatOnlyLookAlike) {
+    std::string const before(600, 'b');
+    std::string const after(600, 'a');
+    std::string const otherBefore = "c" + before.substr(1);
+    std::string const otherAfter = after.substr(1) + "c";
+    std::vector<std::string> const names = {before + "1" + after, otherBefore + "2" + after,
+                                            before + "3" + otherAfter, before + "4" + after};
+    // Without a bit of the keys all are in one group at first.
+    CandidateIndex index({names.begin(), names.end()}, 0);
+    Span const field{600, 1};
+    EXPECT_EQ(index.count(0, 0, field), 2U);
+    EXPECT_EQ(index.count(1, 0, field), 1U);
+    EXPECT_EQ(index.count(2, 0, field), 1U);
+    EXPECT_EQ(index.count(3, 0, field), 2U);
+}
+
+TEST(CandidateIndex, ClaimsANameOnceHoweverOftenItIsClaimed) {
+    std::vector<std::string_view> const names = {"a1", "a2", "a3"};
+    CandidateIndex index(names);
+    Span const field{1, 1};
+    EXPECT_EQ(index.count(0, 0, field), 3U);
+    index.claim(2);
+    index.claim(2);
+    EXPECT_TRUE(index.isClaimed(2));
+    EXPECT_EQ(index.count(0, 0, field), 2U);
+}
+
+TEST(CandidateIndex, TellsWhoIsClaimedIfAsked) {
+    std::vector<std::string_view> const names = {"a1", "b", "a3", "c1", "a2"};
+    CandidateIndex index(names);
+    std::vector<CandidateIndex::Index> claimed = {7};
+    EXPECT_EQ(index.count(0, 0, {1, 1}), 3U);
+    index.claim(2);
+    EXPECT_EQ(index.claimAll(0, 0, {1, 1}, &claimed), 1U);
+    EXPECT_EQ(claimed, (std::vector<CandidateIndex::Index>{7, 0, 4}));
+    EXPECT_EQ(index.claimAll(3, 0, {1, 1}, &claimed), 1U);
+    EXPECT_EQ(claimed, (std::vector<CandidateIndex::Index>{7, 0, 4, 3}));
+}
+
+TEST(CandidateIndex, RefusesANameOfFourGigabytes) {
+    std::size_t const size = std::size_t{1} << 32;
+    // Room that nobody has to provide, for nobody looks at it.
+    void* const room = mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    if (room == MAP_FAILED) {
+        GTEST_SKIP() << "no room for so long a name";
+    }
+    std::vector<std::string_view> const names = {"a", std::string_view(static_cast<char const*>(room), size)};
+    EXPECT_THROW(CandidateIndex index(names), std::length_error);
+    munmap(room, size);
+}
+
+TEST(CandidateIndex, FindsTheFewPlacesAmongMillionsOfNames) {
+    std::vector<std::string_view> names(4300000, "x");
+    names[1] = "a1";
+    names[4200000] = "a2";
+    names.back() = "b1";
+    CandidateIndex index(names);
+    EXPECT_EQ(index.count(1, 0, {1, 1}), 2U);
+    EXPECT_EQ(index.count(static_cast<CandidateIndex::Index>(names.size() - 1), 0, {1, 1}), 1U);
+    EXPECT_FALSE(index.mayHavePartners(0));
 }
 
 TEST(CandidateIndex, TellsThousandsOfFamiliesApart) {

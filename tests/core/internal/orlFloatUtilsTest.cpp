@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -49,6 +50,37 @@ TEST(FloatUtils, NothingThatIsNotFiniteIsNearAnything) {
     EXPECT_FALSE(isNear(kInfinity, kInfinity));
     EXPECT_FALSE(isNear(kNan, kNan));
     EXPECT_FALSE(isNear(kNan, 0.0));
+}
+
+template <class Integer>
+void truncates() {
+    using Limits = std::numeric_limits<Integer>;
+    double const beyond = std::ldexp(1.0, Limits::digits);
+    struct Row {
+        double value;
+        Integer expected;
+    };
+    for (Row const& row : {Row{0.0, 0},
+                           {-0.0, 0},
+                           {0.99, 0},
+                           {-0.99, 0},
+                           {2.5, 2},
+                           {-2.5, -2},
+                           {beyond / 2, Limits::max() / 2 + 1},
+                           {beyond, Limits::max()},
+                           {-beyond, Limits::min()},
+                           {beyond * 2, Limits::max()},
+                           {-beyond * 2, Limits::min()},
+                           {kInfinity, Limits::max()},
+                           {-kInfinity, Limits::min()},
+                           {kNan, 0}}) {
+        EXPECT_EQ(truncateTo<Integer>(row.value), row.expected) << row.value;
+    }
+}
+
+TEST(FloatUtils, TruncatesTowardZeroAndStopsAtTheLimits) {
+    truncates<std::int32_t>();
+    truncates<std::int64_t>();
 }
 
 } // namespace

@@ -114,4 +114,35 @@ TEST(FrameNotation, TellsWhatASequenceNameStandsFor) {
     }
 }
 
+TEST(FrameNotation, FindsADateWithATimeOfDay) {
+    struct Example {
+        std::string text;
+        bool isFound;
+    };
+    for (Example const& example : std::vector<Example>{{"2019-03-21 at 10.22.33", true},
+                                                       {"shot 2019-03-21 at 10.22.33.png", true},
+                                                       {"12019.03.21-10-22-33", true},
+                                                       {"2019-03-21123456789", false},
+                                                       {"2019-03-21_________10.22.33", true},
+                                                       {"2019-03-21__________10.22.33", false},
+                                                       {"1 2019-03-21 10.22.334", true},
+                                                       {"", false},
+                                                       {"2019", false},
+                                                       {"201-03-21 10.22.33", false},
+                                                       {"2019--03-21 10.22.33", false},
+                                                       {"2019-3-21 10.22.33", false},
+                                                       {"2019-03--21 10.22.33", false},
+                                                       {"2019-03-2", false},
+                                                       {"2019-03-21 1", false},
+                                                       {"2019-03-21 1.22.33", false},
+                                                       {"2019-03-21 10", false},
+                                                       {"2019-03-21 10..22.33", false},
+                                                       {"2019-03-21 10.2.33", false},
+                                                       {"2019-03-21 10.22", false},
+                                                       {"2019-03-21 10.22..33", false},
+                                                       {"2019-03-21 10.22.3", false}}) {
+        EXPECT_EQ(FrameNotation::holdsDateAndTime(example.text), example.isFound) << example.text;
+    }
+}
+
 } // namespace

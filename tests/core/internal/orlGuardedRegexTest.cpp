@@ -139,6 +139,31 @@ TEST(GuardedRegex, FindsInTextsOfAnyLengthWithoutExhaustingTheStack) {
     });
 }
 
+TEST(GuardedRegex, MatchesTextsOfAnyLengthWithoutExhaustingTheStack) {
+    SKIP_DEEP_CALLS();
+    onSmallStack([] {
+        std::string const text = std::string(30000, 'x') + "y";
+        GuardedRegex regex("(x).*(y)");
+        EXPECT_FALSE(regex.needsRoom());
+        std::vector<Span> captures;
+        ASSERT_TRUE(regex.match(text, captures));
+        EXPECT_EQ(captures, (std::vector<Span>{{0, 1}, {30000, 1}}));
+        EXPECT_FALSE(regex.match(text + "z", captures));
+        // What was matched before is searched for in one way only.
+        EXPECT_TRUE(GuardedRegex("(y)x*\\1").search(text.substr(text.size() - 1) + text));
+    });
+}
+
+TEST(GuardedRegex, MatchesOnARoomyStackWhatNeedsOne) {
+    onSmallStack([] {
+        GuardedRegex regex(repeated("(", 2000) + "a" + repeated(")", 2000));
+        std::vector<Span> captures;
+        ASSERT_TRUE(regex.match("a", captures));
+        EXPECT_EQ(captures, std::vector<Span>(2000, Span{0, 1}));
+        EXPECT_FALSE(regex.match("b", captures));
+    });
+}
+
 // What stays within the bounds, and what does not, depends on the engine; that it ends does not.
 TEST(GuardedRegex, GivesUpInTime) {
     SKIP_DEEP_CALLS();
@@ -159,7 +184,49 @@ TEST(GuardedRegex, GivesUpInTime) {
     }
 }
 
+TEST(GuardedRegex, GivesUpAMatchInTimeAndGoesOn) {
+    for (std::string const pattern : {"(a+)+", "(a|aa)+", "(a*)*c"}) {
+        GuardedRegex regex(pattern);
+        std::vector<Span> captures;
+        try {
+            EXPECT_FALSE(regex.match(std::string(60, 'a') + "b", captures)) << pattern;
+        } catch (std::regex_error const& failure) {
+            EXPECT_EQ(failure.code(), std::regex_constants::error_complexity) << pattern;
+        }
+        EXPECT_TRUE(regex.match(pattern.back() == 'c' ? "aac" : "aa", captures)) << pattern;
+    }
+}
+
 #ifdef __GLIBCXX__
+TEST(GuardedRegex, GivesUpWhatTakesTooLongInEitherWay) {
+    // From each character on, hundreds are followed, or each is held to hundreds of places in the pattern.
+    GuardedRegex regex("a{400}b");
+    ASSERT_FALSE(regex.needsRoom());
+    try {
+        regex.search(std::string(60000, 'a'));
+        FAIL() << "not given up";
+    } catch (std::regex_error const& failure) {
+        EXPECT_EQ(failure.code(), std::regex_constants::error_complexity);
+    }
+    EXPECT_TRUE(regex.search("x" + std::string(400, 'a') + "b"));
+}
+
+#if defined(NDEBUG) && defined(__OPTIMIZE__) // or it takes minutes
+TEST(GuardedRegex, LosesItsPatienceWithAPatternThatIsAlwaysGivenUp) {
+    GuardedRegex regex("^(a+)+\\1?b?$");
+    std::string const quick = "aab";
+    std::string const patient = std::string(12, 'a') + "c";
+    EXPECT_FALSE(regex.search(patient));
+    std::string const hopeless = std::string(60, 'a') + "c";
+    for (int i = 0; i < 2000; ++i) {
+        EXPECT_THROW(regex.search(hopeless), std::regex_error);
+    }
+    EXPECT_TRUE(regex.search(quick));
+    EXPECT_THROW(regex.search(patient), std::regex_error);
+    EXPECT_FALSE(GuardedRegex("^(a+)+\\1?b?$").search(patient)) << "only that one has lost it";
+}
+#endif
+
 TEST(GuardedRegex, FindsAlsoAfterAnExponentialSearchWhatIsThere) {
     GuardedRegex regex("^(a+)+$");
     EXPECT_FALSE(regex.search(std::string(60, 'a') + "b"));
@@ -191,10 +258,19 @@ TEST(RoomyStack, HasRoomForWhatTheCallersHaveNot) {
     EXPECT_FALSE(RoomyStack::isHere());
 }
 
+TEST(RoomyStack, HasNoRoomLeftWhereItsReserveBegins) {
+    EXPECT_TRUE(RoomyStack::run([] {
+        // Taken, but never touched.
+        auto* const taken = static_cast<char volatile*>(__builtin_alloca(RoomyStack::room() + 1));
+        taken[0] = 1;
+        EXPECT_EQ(RoomyStack::room(), 0U);
+    }));
+}
+
 TEST(GuardedRegex, RefusesNumbersBeyondCounting) {
-    for (char const* pattern :
-         {"a{2147483648}", "a{4294967297}", "a{1,99999999999999999999}", "a{99999999999999999999,}",
-          "(a)\\4294967297", "(a)\\99999999999999999999", "[\\99999999999]a{99999999999}"}) {
+    for (char const* pattern : {"a{2147483648}", "a{4294967297}", "a{1,99999999999999999999}",
+                                "a{99999999999999999999,}", "a{,2147483648}", "(a)\\4294967297",
+                                "(a)\\99999999999999999999", "[\\99999999999]a{99999999999}"}) {
         EXPECT_THROW(GuardedRegex regex(pattern), std::regex_error) << pattern;
     }
 }

@@ -3,9 +3,12 @@
 
 // What happens when the system starts no more threads. The program's own pthread_create stands in for the
 // system's.
+#include "internal/orlGuardedRegex.h"
+#include "internal/orlRoomyStack.h"
 #include "internal/orlThread.h"
 #include "support/TimeLimit.h"
 
+#include <orlFileSequenceUtils.h>
 #include <orlJobDispatcher.h>
 
 #include <gtest/gtest.h>
@@ -15,11 +18,16 @@
 
 #include <atomic>
 #include <cerrno>
+#include <cstddef>
+#include <regex>
+#include <string>
 #include <system_error>
+#include <vector>
 
 namespace {
 
 std::atomic<int> threadsUntilFailure{-1}; // negative: never
+std::atomic<std::size_t> largestStack{0}; // 0: any
 
 } // namespace
 
@@ -30,7 +38,10 @@ extern "C" __attribute__((visibility("default"))) int pthread_create(pthread_t* 
                                                                      void* argument) noexcept {
     using Create = int (*)(pthread_t*, pthread_attr_t const*, void* (*)(void*), void*);
     static auto const create = reinterpret_cast<Create>(dlsym(RTLD_NEXT, "pthread_create"));
-    if (threadsUntilFailure == 0) {
+    std::size_t stackSize = 0;
+    if (threadsUntilFailure == 0 ||
+        (largestStack != 0 && attributes && pthread_attr_getstacksize(attributes, &stackSize) == 0 &&
+         stackSize > largestStack)) {
         return EAGAIN;
     }
     if (threadsUntilFailure > 0) {
@@ -120,6 +131,107 @@ TEST(ThreadStart, AResizeThatFailsLeavesWhatStartLeavesAndTheNewCount) {
     EXPECT_EQ(runs, 2);
     dispatcher.stop();
     EXPECT_TRUE(lacksThreads(1, [&] { dispatcher.start(); })) << "it wants two";
+}
+
+// Lets no thread start whose stack is larger, until it goes out of scope.
+class StackLimit {
+public:
+    explicit StackLimit(std::size_t size) { largestStack = size; }
+    StackLimit(StackLimit const&) = delete;
+    StackLimit& operator=(StackLimit const&) = delete;
+    ~StackLimit() { largestStack = 0; }
+};
+
+constexpr std::size_t MEBIBYTE = std::size_t{1} << 20;
+
+std::string const NEEDS_ROOM = std::string(2000, '(') + "a" + std::string(2000, ')');
+
+// What the regular expression gives up with.
+template <class Operation>
+std::string failureOf(Operation const& operation) {
+    try {
+        operation();
+    } catch (std::regex_error const& failure) {
+        return failure.code() == std::regex_constants::error_stack ? "no stack" : "another failure";
+    }
+    return "none";
+}
+
+std::vector<std::string> sequencesOf(std::vector<std::string> const& names, char const* filter) {
+    List<String> list;
+    for (std::string const& name : names) {
+        list.append(String(name.c_str()));
+    }
+    Vector<String> sequences;
+    EXPECT_EQ(FileSequenceUtils::getSequencesInFileList(list, sequences, filter), Status::kSuccess);
+    std::vector<std::string> result;
+    for (unsigned long i = 0; i < sequences.size(); ++i) {
+        result.emplace_back(sequences[i].asChar());
+    }
+    return result;
+}
+
+TEST(ThreadStart, ARoomyStackThatCannotBeHadRunsNothing) {
+    ThreadLimit const limit(0);
+    bool ran = false;
+    EXPECT_FALSE(RoomyStack::run([&ran] { ran = true; }));
+    EXPECT_FALSE(ran);
+}
+
+TEST(ThreadStart, ARoomyStackIsASmallerOneWhereMemoryIsScarce) {
+    auto const roomWithin = [](std::size_t size) {
+        StackLimit const limit(size);
+        std::size_t room = 0;
+        EXPECT_TRUE(RoomyStack::run([&room] { room = RoomyStack::room(); }));
+        return room;
+    };
+    std::size_t const most = roomWithin(1024 * MEBIBYTE);
+    std::size_t const less = roomWithin(100 * MEBIBYTE);
+    std::size_t const least = roomWithin(20 * MEBIBYTE);
+    EXPECT_LT(less, most);
+    EXPECT_LT(less, 100 * MEBIBYTE);
+    EXPECT_LT(least, less);
+    EXPECT_LT(least, 20 * MEBIBYTE);
+    EXPECT_GT(least, RoomyStack::CALLERS_ROOM * 100);
+    StackLimit const limit(MEBIBYTE);
+    EXPECT_FALSE(RoomyStack::run([] {}));
+}
+
+TEST(ThreadStart, AnExpressionThatNeedsRoomIsRefusedWithout) {
+    {
+        ThreadLimit const limit(0);
+        EXPECT_EQ(failureOf([] { GuardedRegex const regex(NEEDS_ROOM); }), "no stack");
+    }
+    GuardedRegex regex(NEEDS_ROOM);
+    ASSERT_TRUE(regex.search("a"));
+    std::vector<GuardedRegex::Span> captures;
+    ThreadLimit const limit(0);
+    EXPECT_EQ(failureOf([&] { regex.search("a"); }), "no stack");
+    EXPECT_EQ(failureOf([&] { regex.match("a", captures); }), "no stack");
+}
+
+TEST(ThreadStart, AFilterThatNeedsRoomIsRefusedWithout) {
+    List<String> names;
+    names.append("a");
+    Vector<String> sequences;
+    ThreadLimit const limit(0);
+    EXPECT_EQ(FileSequenceUtils::getSequencesInFileList(names, sequences, NEEDS_ROOM.c_str()),
+              Status::kRegexException);
+    EXPECT_TRUE(sequences.empty());
+}
+
+TEST(ThreadStart, NamesAreLeftOutThatAFilterFindsNoRoomFor) {
+    EXPECT_EQ(sequencesOf({"a1", "a2", "b"}, NEEDS_ROOM.c_str()), std::vector<std::string>{"a%01d"});
+    ThreadLimit const limit(1); // for the filter itself
+    EXPECT_EQ(sequencesOf({"a1", "a2", "b"}, NEEDS_ROOM.c_str()), std::vector<std::string>{});
+}
+
+TEST(ThreadStart, ANameIsLeftOutThatItsPatternFindsNoRoomFor) {
+    std::string const longName = std::string(600, 'x') + "\\.1";
+    std::string const withoutBackslash = std::string(600, 'x') + ".1";
+    EXPECT_EQ(sequencesOf({longName, "b1", "b2"}, ""), (std::vector<std::string>{withoutBackslash, "b%01d"}));
+    ThreadLimit const limit(0);
+    EXPECT_EQ(sequencesOf({longName, "b1", "b2"}, ""), std::vector<std::string>{"b%01d"});
 }
 
 } // namespace

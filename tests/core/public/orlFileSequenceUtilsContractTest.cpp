@@ -489,6 +489,14 @@ TYPED_TEST(FileSequenceUtilsContract, ANameWithABackslashIsClaimedLikeAnyOther) 
     this->finds({{{"\\.1", "\\(2"}, {".%01d"}}, {{"\\(2", "\\.1"}, {".1"}}});
 }
 
+TYPED_TEST(FileSequenceUtilsContract, TheFieldsOfANameWithABackslashCompeteLikeAnyOther) {
+    // More names with a shorter run, as many behind a dot, more with as long a run.
+    this->finds({{{"\\.1_1", "\\.1_2", "\\.5_1", "\\.9_1"}, {".1_%01d", ".%01d_1"}},
+                 {{"\\.1_1", "\\.1_2", "\\.2_1"}, {".%01d_1", ".1_2"}},
+                 {{"\\.a1_1", "\\.a1_2", "\\.a2_1"}, {".a1_%01d", ".a2_1"}},
+                 {{"\\.a1_1", "\\.a1_2", "\\.a2_1", "\\.a5_1"}, {".a%01d_1", ".a1_2"}}});
+}
+
 // The library alone.
 
 TEST(FileSequenceUtilsContractOfTheLibrary, FrameSymbolsCanBeRemovedInPlace) {

@@ -642,6 +642,18 @@ TEST(ObserverMove, AssignmentDetachesTheTargetAndEmptiesTheSource) {
     EXPECT_EQ(Counter::calls, 1);
 }
 
+TEST(ObserverMove, AnEmptiedObserverCanBeAssignedAMovedValue) {
+    Counter first;
+    Counter second;
+    second = std::move(first);
+    first = std::move(second); // NOLINT(bugprone-use-after-move): has no state to detach
+    Subject subject;
+    subject.addObserver(&first);
+    Counter::calls = 0;
+    subject.notify(HINT);
+    EXPECT_EQ(Counter::calls, 1);
+}
+
 TEST(ObserverMove, AssignmentToItselfChangesNothing) {
     Subject subject;
     Counter observer;

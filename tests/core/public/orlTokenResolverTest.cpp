@@ -655,6 +655,22 @@ TEST(TokenResolverTest, AProducerMayRemoveItselfWhileItIsAsked) {
     notifyOfChange(producer); // it must not know of the resolver
 }
 
+TEST(TokenResolverTest, TheLastProducerMayRemoveItselfWhileItIsAsked) {
+    ProducerPtr const first = fixedProducer({fixedToken("{a}", "1")});
+    ProducerPtr const last = fixedProducer({fixedToken("{b}", "2")});
+    {
+        ResolverPtr const resolver = resolverOf({first, last});
+        last->m_onGetTokens = [&] { resolver->remove(last); };
+        String output;
+        EXPECT_TRUE(resolver->resolve(String("{a}"), output).success());
+        EXPECT_EQ(last->refcount(), 1);
+        resolver->add(nullptr);
+        EXPECT_EQ(resolved(*resolver, "{a}{b}"), "1{b}");
+    }
+    last->m_onGetTokens = nullptr;
+    notifyOfChange(last); // it must not know of the resolver
+}
+
 TEST(TokenResolverTest, AProducerMayAddAnotherWhileItIsAsked) {
     ProducerPtr const producer = fixedProducer({fixedToken("{a}", "1")});
     ResolverPtr const resolver = resolverOf({producer});
