@@ -28,7 +28,8 @@ int main(int argc, char** argv) {
     // From here on it is the reader that MediaMetadata asks, for as long as someone holds it.
     SharedPtr<MediaMetadataReader> const reader(new FFmpegMediaMetadataReader);
 
-    // A clip without bounds of its own lies in these; a timeline without a start begins at this time.
+    // A clip without bounds of its own lies in these; a timeline without a start begins at this time, unless its only
+    // clip knows better.
     Bounds const reference(0.0, 0.0, 1920.0, 1080.0);
     Time const start(0, Rational(24, 1));
 

@@ -4,6 +4,7 @@
 
 #include "internal/orlServiceRegistry.h"
 #include "orlDocumentFile.h"
+#include "orlLossReport.h"
 #include "orlPrintable.h"
 #include "orlProgress.h"
 #include "orlStatusWords.h"
@@ -76,8 +77,14 @@ void print(WatchingReader const& reader, std::string const& file, Streams const&
 
 void CompleteCommand::run(Streams const& streams) const {
     std::string const text = readDocument(file, streams.in);
-    if (!TimelineDocument(file, text).timeline()) {
-        throw InputError(file, "holds no timeline");
+    {
+        TimelineDocument const document(file, text);
+        if (!document.timeline()) {
+            throw InputError(file, "holds no timeline");
+        }
+        if (!isQuiet) {
+            tellUnconvertedClips(file, document, streams);
+        }
     }
 
     RegisteredReader const before;

@@ -8,6 +8,7 @@
 #include "orlJsonScanner.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -21,6 +22,21 @@ constexpr char const kUrl[] = "target_url";
 std::string textOf(rapidjson::Value const& reference, char const* name) {
     rapidjson::Value const* const value = findMember(reference, name);
     return value && value->IsString() ? std::string(wholeText(*value)) : std::string();
+}
+
+bool isFileUrl(std::string const& url) { return url.compare(0, 7, "file://") == 0; }
+
+// Whether there is a percent sign with two hexadecimal digits behind it.
+bool isEscaped(std::string const& url) {
+    auto const isHexadecimal = [&url](std::size_t i) {
+        return i < url.size() && std::isxdigit(static_cast<unsigned char>(url[i])) != 0;
+    };
+    for (std::size_t i = url.find('%'); i != std::string::npos; i = url.find('%', i + 1)) {
+        if (isHexadecimal(i + 1) && isHexadecimal(i + 2)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 std::string urlOf(rapidjson::Value const& reference) {
@@ -37,7 +53,11 @@ std::string urlOf(rapidjson::Value const& reference) {
     readInt(reference, "frame_zero_padding", padding);
     std::size_t const width = padding < 1 ? 1 : static_cast<std::size_t>(padding);
     // No frame that has more digits is ever found, so a wider symbol would find none at all.
-    return url + prefix + FrameNotation::frameSymbol(std::min(width, FrameNotation::MAX_DIGITS)) + suffix;
+    std::string symbol = FrameNotation::frameSymbol(std::min(width, FrameNotation::MAX_DIGITS));
+    if (isFileUrl(url) && isEscaped(url + prefix + suffix)) {
+        symbol.insert(1, "25"); // %04 would be taken for an escape like the others
+    }
+    return url + prefix + symbol + suffix;
 }
 
 } // namespace

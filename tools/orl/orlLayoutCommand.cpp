@@ -4,6 +4,7 @@
 
 #include "orlDocumentFile.h"
 #include "orlLayoutPicture.h"
+#include "orlLossReport.h"
 #include "orlStatusWords.h"
 #include "orlTimelineDocument.h"
 
@@ -23,11 +24,13 @@ bool endsWithInAnyCase(std::string const& text, std::string const& lowerCaseEnd)
 }
 
 // The text of a document that the library will take.
-std::string readTimeline(std::string const& file, std::istream& standardInput) {
-    std::string const text = readDocument(file, standardInput);
-    if (!TimelineDocument(file, text).timeline()) {
+std::string readTimeline(std::string const& file, Streams const& streams) {
+    std::string const text = readDocument(file, streams.in);
+    TimelineDocument const document(file, text);
+    if (!document.timeline()) {
         throw InputError(file, "holds no timeline");
     }
+    tellUnconvertedClips(file, document, streams);
     return withoutByteOrderMark(text);
 }
 
@@ -36,7 +39,7 @@ class Gathering {
 public:
     Gathering(LayoutCommand const& command, Streams const& streams,
               std::function<void(InputError const&)> const& tell)
-        : m_tell(tell) {
+        : m_streams(streams), m_tell(tell) {
         std::vector<std::string> media;
         std::remove_copy_if(command.paths.begin(), command.paths.end(), std::back_inserter(media),
                             isDocumentName);
@@ -45,7 +48,7 @@ public:
         auto reading = readings.begin();
         for (std::string const& path : command.paths) {
             if (isDocumentName(path)) {
-                addDocument(path, streams.in);
+                addDocument(path);
             } else {
                 addMedium(path, *reading++);
             }
@@ -57,9 +60,9 @@ public:
     bool isUsable = true;   ///< nothing was at fault but media that cannot be opened
 
 private:
-    void addDocument(std::string const& path, std::istream& standardInput) {
+    void addDocument(std::string const& path) {
         try {
-            documents.push_back(String(readTimeline(path, standardInput).c_str()));
+            documents.push_back(String(readTimeline(path, m_streams).c_str()));
         } catch (InputError const& error) {
             m_tell(error);
             isComplete = isUsable = false;
@@ -77,6 +80,7 @@ private:
         isUsable = isUsable && isLeftOut;
     }
 
+    Streams const& m_streams;
     std::function<void(InputError const&)> const& m_tell;
 };
 

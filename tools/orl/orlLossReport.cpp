@@ -45,6 +45,16 @@ void LossReport::refuseLosses(std::string const& file, std::string const& form) 
     }
 }
 
+void tellUnconvertedClips(std::string const& file, TimelineDocument const& document, Streams const& streams) {
+    LossReport const report(document, LossScope::kReading);
+    for (LossGroup const& group : report.groups()) {
+        if (group.kind == LossKind::kSchemaNotHandled && group.what.find("\"Clip.") != std::string::npos) {
+            streams.error << streams.errorStyle.warning("orl:") << ' ' << inQuotes(file) << ": "
+                          << LossReport::line(group) << "; orl convert makes clips of them that are read\n";
+        }
+    }
+}
+
 std::string LossReport::line(LossGroup const& group) {
     return std::to_string(group.count) + " x " + group.what +
            (group.first.empty() ? ", at the top" : ", first at " + group.first);

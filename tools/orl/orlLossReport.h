@@ -56,6 +56,10 @@ private:
     std::size_t m_count = 0;
 };
 
+/// Tells on the error stream how many clips of a document are of a newer schema, which are read as nothing, and that
+/// `orl convert` helps. Says nothing if there are none.
+void tellUnconvertedClips(std::string const& file, TimelineDocument const& document, Streams const& streams);
+
 } // namespace ORL_0_81::tool
 
 #endif // ORL_LOSS_REPORT_H

@@ -138,9 +138,11 @@ CLI::App& addComplete(CLI::App& app, CompleteCommand& command) {
     complete.add_flag("--quiet", command.isQuiet, "Do not tell which media could not be read");
     complete.add_flag("--strict", command.isStrict,
                       "Fail, and write nothing, if any medium could not be read");
-    complete.footer("Media that cannot be read leave their clips as they are.\n\n"
-                    "Example:\n"
-                    "  orl complete cut.otio | orl layout - --svg cut.svg -o layout.otio\n");
+    complete.footer(
+        "Media that cannot be read leave their clips as they are, but that a clip without bounds gets\n"
+        "the canvas. Clips of a newer schema are told and left out; see orl convert.\n\n"
+        "Example:\n"
+        "  orl complete cut.otio | orl layout - --svg cut.svg -o layout.otio\n");
     return complete;
 }
 

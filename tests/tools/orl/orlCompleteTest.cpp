@@ -55,6 +55,22 @@ TEST(Complete, TellsWhichMediaCouldNotBeReadAndGoesOn) {
     EXPECT_THAT(run.out, HasSubstr("\"d.mov\""));
 }
 
+TEST(Complete, TellsThatClipsOfANewerSchemaAreNotRead) {
+    SharedPtr<ToolReader> const reader(new ToolReader);
+    std::string document = documentNaming({"a.mov", "b.mov", "c.mov"});
+    for (std::size_t clip = document.find("Clip.1");
+         clip != std::string::npos && clip < document.find("c.mov"); clip = document.find("Clip.1")) {
+        document.replace(clip, 6, "Clip.2");
+    }
+    Outcome const run = orl({"complete", "-"}, document);
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.error,
+              "orl: \"-\": 3 x schema \"Clip.2\" is not handled, first at /tracks/children/0/children/0; orl "
+              "convert makes clips of them that are read\n");
+    EXPECT_EQ(orl({"complete", "--quiet", "-"}, document).error, "");
+    EXPECT_EQ(orl({"layout", "-"}, document).error, run.error);
+}
+
 TEST(Complete, LeavesTheReaderRegisteredThatWasSoBefore) {
     SharedPtr<ToolReader> const reader(new ToolReader);
     orl({"complete", "-"}, documentNaming({"a.mov"}));

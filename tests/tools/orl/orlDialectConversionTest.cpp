@@ -256,6 +256,15 @@ TEST(ImageSequence, GetsTheUrlOfItsParts) {
             Case{
                 R"("target_url_base":"file:///p/","name_prefix":"","name_suffix":".exr","frame_zero_padding":0)",
                 "file:///p/%01d.exr"},
+            Case{
+                R"("target_url_base":"file:///my%20plates","name_prefix":"a.","name_suffix":".exr","frame_zero_padding":4)",
+                "file:///my%20plates/a.%2504d.exr"},
+            Case{
+                R"("target_url_base":"file:///100%/","name_prefix":"a.","name_suffix":".exr","frame_zero_padding":4)",
+                "file:///100%/a.%04d.exr"},
+            Case{
+                R"("target_url_base":"/my%20plates","name_prefix":"a.","name_suffix":".exr","frame_zero_padding":4)",
+                "/my%20plates/a.%04d.exr"},
             Case{R"("name_suffix":"_\"x\".exr","frame_zero_padding":1)", R"(%01d_\"x\".exr)"},
             Case{R"("name_prefix":"a.","frame_zero_padding":10)", "a.%09d"},
             Case{R"("name_prefix":"a.","frame_zero_padding":-4)", "a.%01d"},
