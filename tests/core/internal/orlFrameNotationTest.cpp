@@ -51,6 +51,12 @@ TEST(FrameNotation, FindsDigitFieldsWithTheirSigns) {
     }
 }
 
+TEST(FrameNotation, SpansAreEqualThatBeginAndEndTogether) {
+    EXPECT_TRUE((FrameNotation::Span{4, 2}) == (FrameNotation::Span{4, 2}));
+    EXPECT_FALSE((FrameNotation::Span{4, 2}) == (FrameNotation::Span{4, 3}));
+    EXPECT_FALSE((FrameNotation::Span{4, 2}) == (FrameNotation::Span{3, 2}));
+}
+
 TEST(FrameNotation, ReadsFrames) {
     struct Example {
         std::string text;

@@ -34,7 +34,6 @@ struct Failure {
     int failingCompilation = 0;
     int failingMatch = 0;
     int missingMatch = 0;          // finds nothing
-    bool losesCaptures = false;    // of each match
     std::size_t furtherGroups = 0; // that the pattern claims to have
 };
 
@@ -54,7 +53,7 @@ public:
             return false;
         }
         captures.clear();
-        for (std::size_t i = 1; i < results.size() && !m_failure.losesCaptures; ++i) {
+        for (std::size_t i = 1; i < results.size(); ++i) {
             captures.push_back(
                 {static_cast<std::size_t>(results.position(i)), static_cast<std::size_t>(results.length(i))});
         }

@@ -217,6 +217,13 @@ TEST_F(SharedPtrTest, AnObjectIsDeletedThroughWhicheverBaseHoldsItLast) {
     EXPECT_EQ(Object::alive, 0);
 }
 
+TEST_F(SharedPtrTest, ANullConvertsToANullOfASecondBase) {
+    SharedPtr<Both> const none;
+    SharedPtr<RefCountedBase> const root(none);
+    EXPECT_EQ(root.get(), nullptr);
+    EXPECT_EQ(root, none);
+}
+
 TEST_F(SharedPtrTest, AConstObjectIsCountedAndDestroyed) {
     Object const* const object = new Object;
     SharedPtr<Object const> pointer(object);

@@ -41,4 +41,11 @@ TEST(OtioPoint, ANumberThatIsNotFiniteIsWrittenAs0) {
     EXPECT_EQ(writtenToObject(point), R"({"OTIO_SCHEMA":"Point.1","x":0.0,"y":0.0,"width":2.0})");
 }
 
+TEST(OtioPoint, WritesBehindTheMembersThatAreThere) {
+    rapidjson::Document object;
+    object.Parse(R"({"a":1})");
+    Point().toJson(object, object.GetAllocator());
+    EXPECT_EQ(textOf(object), R"({"a":1,"OTIO_SCHEMA":"Point.1","x":0.0,"y":0.0,"width":0.0})");
+}
+
 } // namespace
