@@ -46,8 +46,8 @@ void play(orlFuzz::Choices choices) {
     ResolverPlay play([&](std::size_t count) { return choices(count); });
     for (int step = 0; choices.areLeft(); ++step) {
         play.step();
-        if (play.libraryText() != play.modelText()) {
-            fail("step " + std::to_string(step), play.libraryText(), play.modelText());
+        if (play.textOfTheLibrary() != play.textOfTheModel()) {
+            fail("step " + std::to_string(step), play.textOfTheLibrary(), play.textOfTheModel());
         }
     }
 }

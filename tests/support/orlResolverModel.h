@@ -117,8 +117,8 @@ public:
     }
 
     /// What the last step's question gave: the status, and the text or the tokens.
-    std::string const& libraryText() const { return m_libraryText; }
-    std::string const& modelText() const { return m_modelText; }
+    std::string const& textOfTheLibrary() const { return m_textOfTheLibrary; }
+    std::string const& textOfTheModel() const { return m_textOfTheModel; }
 
 private:
     struct ModelledToken {
@@ -208,7 +208,7 @@ private:
         std::string const text = "{a}{b}{c}";
         ORL_0_81::String output;
         ORL_0_81::Status const resolved = asked.resolver->resolve(text.c_str(), output);
-        m_libraryText = resolved.getStr() + (" " + std::string(output.asChar()));
+        m_textOfTheLibrary = resolved.getStr() + (" " + std::string(output.asChar()));
 
         ORL_0_81::Status status;
         makeTable(asked, status);
@@ -217,7 +217,7 @@ private:
             values[name] = token.value;
             keepFirst(status, token.status);
         }
-        m_modelText = status.getStr() + (" " + plainlyResolved(text, '{', '}', values));
+        m_textOfTheModel = status.getStr() + (" " + plainlyResolved(text, '{', '}', values));
     }
 
     void list(Modelled& asked) {
@@ -241,13 +241,13 @@ private:
             std::sort(names.begin(), names.end());
             std::sort(expected.begin(), expected.end());
         }
-        m_libraryText = listed.getStr();
-        m_modelText = status.getStr();
+        m_textOfTheLibrary = listed.getStr();
+        m_textOfTheModel = status.getStr();
         for (std::string const& name : names) {
-            m_libraryText += " " + name;
+            m_textOfTheLibrary += " " + name;
         }
         for (std::string const& name : expected) {
-            m_modelText += " " + name;
+            m_textOfTheModel += " " + name;
         }
     }
 
@@ -255,8 +255,8 @@ private:
     std::vector<ProducerPtr> m_producers;
     std::vector<Modelled> m_all;
     int m_values = 0;
-    std::string m_libraryText;
-    std::string m_modelText;
+    std::string m_textOfTheLibrary;
+    std::string m_textOfTheModel;
 };
 
 } // namespace orlTest

@@ -106,7 +106,7 @@ TEST(TokenResolverStateModel, TableAndLinksChangeAsTheModelSays) {
         ResolverPlay play([&](std::size_t count) { return random.upTo(count - 1); });
         for (int step = 0; step < 100; ++step) {
             play.step();
-            ASSERT_EQ(play.libraryText(), play.modelText()) << "step " << step;
+            ASSERT_EQ(play.textOfTheLibrary(), play.textOfTheModel()) << "step " << step;
         }
     }
 }
