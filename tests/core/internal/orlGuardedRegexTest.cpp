@@ -123,7 +123,16 @@ TEST(GuardedRegex, CompilesWhatNeedsMuchStackOnARoomyOne) {
         EXPECT_FALSE(regex.search("xxb"));
         GuardedRegex empties("(){20000}b");
         EXPECT_TRUE(empties.needsRoom());
+#ifdef __GLIBCXX__
         EXPECT_TRUE(empties.search("abc"));
+#else
+        // Within its stack, but perhaps not within a limit that the engine has itself.
+        try {
+            EXPECT_TRUE(empties.search("abc"));
+        } catch (std::regex_error const& failure) {
+            EXPECT_EQ(failure.code(), std::regex_constants::error_complexity);
+        }
+#endif
         EXPECT_FALSE(GuardedRegex("\\.exr$").needsRoom());
         EXPECT_FALSE(GuardedRegex("^[a-z_]+\\.(\\d{4}|\\d{8})\\.(exr|tif|dpx)$").needsRoom());
     });

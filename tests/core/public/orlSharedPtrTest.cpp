@@ -210,6 +210,7 @@ TEST_F(SharedPtrTest, AnObjectIsDeletedThroughWhicheverBaseHoldsItLast) {
         SharedPtr<Both> const both(new Both);
         root = both;
         EXPECT_NE(static_cast<void*>(root.get()), static_cast<void*>(both.get())) << "a second base";
+        EXPECT_EQ(root, both);
     }
     EXPECT_EQ(Object::alive, 1);
     EXPECT_EQ(root->refcount(), 1);
