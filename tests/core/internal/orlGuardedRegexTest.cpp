@@ -176,6 +176,9 @@ TEST(GuardedRegex, MatchesOnARoomyStackWhatNeedsOne) {
 // What stays within the bounds, and what does not, depends on the engine; that it ends does not.
 TEST(GuardedRegex, GivesUpInTime) {
     SKIP_DEEP_CALLS();
+#ifndef __GLIBCXX__
+    GTEST_SKIP() << "this standard library's engine gives up after minutes, without optimisation";
+#endif
     std::string const name = std::string(60, 'a') + "b";
     std::string const longName = std::string(50000, 'a') + "b";
     for (std::string const pattern :
