@@ -95,14 +95,19 @@ CLI::App& addInfo(CLI::App& app, InfoCommand& command) {
     return info;
 }
 
-// What stands before and behind the first x of "1920x1080".
-bool parseCanvas(std::string const& text, MediaRequest& request) {
+// All of a text, in the decimal form of every locale.
+bool parseLength(std::string const& text, double& length) {
     std::istringstream in(text);
     in.imbue(std::locale::classic());
-    char x = 0;
-    return in >> request.canvasWidth >> x >> request.canvasHeight && x == 'x' && in.peek() == EOF &&
-           std::isfinite(request.canvasWidth) && std::isfinite(request.canvasHeight) &&
-           request.canvasWidth > 0 && request.canvasHeight > 0;
+    return in >> length && in.peek() == EOF && std::isfinite(length) && length > 0;
+}
+
+// What stands before and behind the first x of "1920x1080". They are parted first: a stream may take the x for a part of a
+// hexadecimal number.
+bool parseCanvas(std::string const& text, MediaRequest& request) {
+    std::size_t const x = text.find('x');
+    return x != std::string::npos && parseLength(text.substr(0, x), request.canvasWidth) &&
+           parseLength(text.substr(x + 1), request.canvasHeight);
 }
 
 void addMediaOptions(CLI::App& command, MediaRequest& request) {
