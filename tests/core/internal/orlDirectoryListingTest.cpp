@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Copyright Contributors to the orlCore project
 #include "internal/orlDirectoryListing.h"
+#include "support/orlCollectedNames.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -21,13 +22,6 @@ using testing::UnorderedElementsAre;
 
 namespace fs = std::filesystem;
 
-class Collected : public NameReceiver {
-public:
-    void addName(char const* name) override { names.emplace_back(name); }
-
-    std::vector<std::string> names;
-};
-
 class DirectoryListing : public testing::Test {
 protected:
     void SetUp() override {
@@ -43,7 +37,7 @@ protected:
     }
 
     std::vector<std::string> list() const {
-        Collected collected;
+        orlTest::CollectedNames collected;
         listRegularFiles(m_path.string(), collected);
         return collected.names;
     }
@@ -70,7 +64,7 @@ TEST_F(DirectoryListing, GivesRegularFilesAndLinksToThem) {
 }
 
 TEST_F(DirectoryListing, ThrowsForADirectoryThatIsGone) {
-    Collected collected;
+    orlTest::CollectedNames collected;
     try {
         listRegularFiles((m_path / "gone").string(), collected);
         FAIL() << "nothing thrown";
@@ -94,7 +88,7 @@ TEST_F(DirectoryListing, IsEmptyWithoutThePermissionToRead) {
     fs::permissions(m_path, fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec);
     withoutPrivileges(
         [](std::string const& path) {
-            Collected collected;
+            orlTest::CollectedNames collected;
             listRegularFiles(path, collected);
             EXPECT_THAT(collected.names, IsEmpty());
         },
@@ -105,7 +99,7 @@ TEST_F(DirectoryListing, IsEmptyWithoutThePermissionToSearch) {
     fs::permissions(m_path, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
     withoutPrivileges(
         [](std::string const& path) {
-            Collected collected;
+            orlTest::CollectedNames collected;
             listRegularFiles(path, collected);
             EXPECT_THAT(collected.names, IsEmpty());
         },
@@ -117,7 +111,7 @@ TEST_F(DirectoryListing, NeedsNoMoreThanThePermissionsToReadAndToSearch) {
                                 fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec);
     withoutPrivileges(
         [](std::string const& path) {
-            Collected collected;
+            orlTest::CollectedNames collected;
             listRegularFiles(path, collected);
             EXPECT_THAT(collected.names, UnorderedElementsAre("file", "link"));
         },

@@ -5,6 +5,7 @@
 // in for the system's.
 #include "internal/orlDirectoryListing.h"
 #include "support/SystemCalls.h"
+#include "support/orlCollectedNames.h"
 
 #include <orlFileSequenceUtils.h>
 
@@ -75,13 +76,6 @@ using testing::UnorderedElementsAre;
 
 namespace fs = std::filesystem;
 
-class Collected : public NameReceiver {
-public:
-    void addName(char const* name) override { names.emplace_back(name); }
-
-    std::vector<std::string> names;
-};
-
 class DirectoryRead : public testing::Test {
 protected:
     void SetUp() override {
@@ -99,7 +93,7 @@ protected:
     }
 
     std::vector<std::string> list() const {
-        Collected collected;
+        orlTest::CollectedNames collected;
         listRegularFiles(m_path.string(), collected);
         return collected.names;
     }
@@ -115,7 +109,7 @@ TEST_F(DirectoryRead, AsksForTheTypesThatTheListingDoesNotTell) {
 TEST_F(DirectoryRead, ThrowsForAListingThatBreaksOff) {
     listing.entriesUntilFailure = 2;
     listing.readFailure = EIO;
-    Collected collected;
+    orlTest::CollectedNames collected;
     try {
         listRegularFiles(m_path.string(), collected);
         FAIL() << "nothing thrown";
