@@ -24,6 +24,10 @@ constexpr CandidateIndex::Index AHEAD = 8;
 
 void prefetch(void const* address) { __builtin_prefetch(address); }
 
+// With up to so many places for a name, most of them are compared with others sooner or later: then it is better
+// done in the order in which their texts stand in memory.
+constexpr CandidateIndex::Index FEW_PLACES = 1;
+
 // Up to this many frames are sorted each time they are asked for.
 constexpr std::size_t FEW_FRAMES = 32;
 
@@ -90,11 +94,18 @@ private:
 
 } // namespace
 
-CandidateIndex::CandidateIndex(std::vector<std::string_view> names, Key keyMask)
-    : m_names(std::move(names)), m_claimed(m_names.size(), 0) {
+void CandidateIndex::Names::append(std::string_view name) {
+    if (name.size() >= NONE) {
+        throw std::length_error(TOO_MUCH);
+    }
+    m_names.push_back({name.data(), static_cast<Index>(name.size()), 0, 0});
+}
+
+CandidateIndex::CandidateIndex(Names names, Key keyMask) : m_names(std::move(names.m_names)) {
     if (m_names.size() >= NONE) {
         throw std::length_error(TOO_MUCH);
     }
+    m_names.push_back({nullptr, 0, 0, 0});
     findPlaces(keyMask);
     groupPlaces();
 }
@@ -109,16 +120,11 @@ void CandidateIndex::findPlaces(Key mask) {
     std::vector<FrameScanner::Place> places;
     std::vector<Skeleton> skeletons;
     Peculiar peculiar;
-    m_firstPlain.reserve(m_names.size() + 1);
-    skeletons.reserve(m_names.size());
+    skeletons.reserve(size());
     for (Index name = 0; name < size(); ++name) {
-        std::string_view const text = m_names[name];
-        if (text.size() >= NONE) {
-            throw std::length_error(TOO_MUCH);
-        }
-        m_firstPlain.push_back(placeCount());
+        m_names[name].firstPlain = placeCount() & LIMIT;
         skeletons.push_back(0);
-        if (!scanner.findPlainPlaces(text, places)) {
+        if (!scanner.findPlainPlaces(this->name(name), places)) {
             continue;
         }
         auto const skeleton = static_cast<Skeleton>(scanner.skeleton());
@@ -132,7 +138,7 @@ void CandidateIndex::findPlaces(Key mask) {
             }
         }
     }
-    m_firstPlain.push_back(placeCount());
+    m_names[size()].firstPlain = placeCount() & LIMIT;
     if (!peculiar.keys.empty()) {
         findHiddenPlaces(peculiar, skeletons, mask);
     }
@@ -144,7 +150,7 @@ void CandidateIndex::findHiddenPlaces(Peculiar const& peculiar, std::vector<Skel
     KeySet const wantedSkeletons(peculiar.skeletons);
     FrameScanner scanner;
     std::vector<FrameScanner::Place> places;
-    m_firstHidden.reserve(m_names.size() + 1);
+    m_firstHidden.reserve(m_names.size());
     for (Index name = 0; name < size(); ++name) {
         m_firstHidden.push_back(placeCount());
         if (!wantedSkeletons.contains(skeletons[name])) {
@@ -154,6 +160,7 @@ void CandidateIndex::findHiddenPlaces(Peculiar const& peculiar, std::vector<Skel
         for (FrameScanner::Place const& place : places) {
             if (Key const key = place.key & mask; wantedKeys.contains(key)) {
                 addPlace(name, place, key);
+                m_hiddenLengths.push_back(static_cast<unsigned char>(place.span.length));
             }
         }
     }
@@ -161,7 +168,7 @@ void CandidateIndex::findHiddenPlaces(Peculiar const& peculiar, std::vector<Skel
 }
 
 void CandidateIndex::addPlace(Index name, FrameScanner::Place const& place, Key key) {
-    if (m_places.size() >= NONE) {
+    if (m_places.size() >= LIMIT) {
         throw std::length_error(TOO_MUCH);
     }
     Bucket& bucket = m_buckets[m_bucketBits == 0 ? 0 : spread(key) >> (64 - m_bucketBits)];
@@ -174,29 +181,33 @@ void CandidateIndex::addPlace(Index name, FrameScanner::Place const& place, Key 
     }
     m_chunks[bucket.last].entries[position] = {static_cast<std::uint32_t>(key), placeCount()};
     ++bucket.size;
-    m_places.append() = {name, static_cast<Index>(place.span.position),
-                         static_cast<Index>(place.span.length)};
-    m_memberships.append() = {NONE, place.frame};
+    m_places.append() = {name, static_cast<Index>(place.span.position), place.frame, NONE};
 }
 
 void CandidateIndex::groupPlaces() {
-    m_members.reserve(m_places.size());
+    m_members.reset(new Index[m_places.size()]); // uncleared, as make_unique would not leave it
     KeyNumbers numbers;
     for (Bucket const& bucket : m_buckets) {
         groupBucket(bucket, numbers);
     }
     std::vector<Bucket>().swap(m_buckets);
     m_chunks = {};
+    if (m_firstHidden.empty() && placeCount() <= size() * FEW_PLACES) {
+        checkInOrder();
+    }
 }
 
 template <class Visit>
-void CandidateIndex::forEachEntry(Bucket const& bucket, Visit const& visit) const {
+void CandidateIndex::forEachEntry(Bucket const& bucket, Visit const& visit) {
     Index left = bucket.size;
     for (Index chunk = bucket.first; chunk != NONE; chunk = m_chunks[chunk].next) {
-        Entry const* const entries = m_chunks[chunk].entries;
+        Entry* const entries = m_chunks[chunk].entries;
         Index const count = std::min<Index>(Chunk::SIZE, left);
         left -= count;
         for (Index i = 0; i < count; ++i) {
+            if (i + AHEAD < count) {
+                prefetch(&m_places[entries[i + AHEAD].place]);
+            }
             visit(entries[i]);
         }
     }
@@ -205,7 +216,11 @@ void CandidateIndex::forEachEntry(Bucket const& bucket, Visit const& visit) cons
 // Within a bucket, and so within a group, places stay in their order.
 void CandidateIndex::groupBucket(Bucket const& bucket, KeyNumbers& numbers) {
     numbers.clear();
-    forEachEntry(bucket, [&numbers](Entry const& entry) { ++numbers.values[numbers.numberOf(entry.key)]; });
+    forEachEntry(bucket, [&numbers](Entry& entry) {
+        Index const number = numbers.numberOf(entry.key);
+        ++numbers.values[number];
+        entry.key = number; // so that it need not be looked up again
+    });
     // From now on a key's value is its group.
     for (Index& value : numbers.values) {
         Index const size = value;
@@ -213,16 +228,35 @@ void CandidateIndex::groupBucket(Bucket const& bucket, KeyNumbers& numbers) {
             value = NONE;
             continue;
         }
-        value = static_cast<Index>(m_groups.size());
-        m_groups.push_back(makeGroup(static_cast<Index>(m_members.size()), 0, size));
-        m_members.resize(m_members.size() + size);
+        value = addGroup(m_memberCount, 0, size);
+        m_memberCount += size;
     }
     forEachEntry(bucket, [this, &numbers](Entry const& entry) {
-        if (Index const group = numbers.values[numbers.numberOf(entry.key)]; group != NONE) {
-            m_memberships[entry.place].group = group;
-            m_members[m_groups[group].first + m_groups[group].size++] = entry.place;
+        if (Index const number = numbers.values[entry.key]; number != NONE) {
+            m_places[entry.place].group = number;
+            Group& group = m_groups[number];
+            m_members[group.first + group.size++] = entry.place;
         }
     });
+}
+
+// Compares the places of each group with its first.
+void CandidateIndex::checkInOrder() {
+    for (Index group = 0; group < m_groups.size(); ++group) {
+        m_groups[group].isChecked = 1;
+    }
+    for (Index index = 0; index < placeCount(); ++index) {
+        Place const& place = m_places[index];
+        if (place.group == NONE) {
+            continue;
+        }
+        Group& group = m_groups[place.group];
+        Index const first = m_members[group.first];
+        if (group.isChecked != 0 &&
+            !fits(index, m_places[first].name, {m_places[first].position, lengthOf(first)})) {
+            group.isChecked = 0;
+        }
+    }
 }
 
 void CandidateIndex::KeyNumbers::clear() {
@@ -259,11 +293,12 @@ std::size_t CandidateIndex::KeyNumbers::find(std::uint32_t key) const {
 }
 
 void CandidateIndex::claim(Index index) {
-    if (m_claimed[index]) {
+    if (isClaimed(index)) {
         return;
     }
-    m_claimed[index] = 1;
-    for (Index place = m_firstPlain[index]; place < m_firstPlain[index + 1]; ++place) {
+    m_names[index].isClaimed = 1;
+    Index const end = m_names[index + 1].firstPlain;
+    for (Index place = m_names[index].firstPlain; place < end; ++place) {
         leaveGroup(place);
     }
     if (!m_firstHidden.empty()) {
@@ -273,49 +308,64 @@ void CandidateIndex::claim(Index index) {
     }
 }
 
-void CandidateIndex::leaveGroup(Index place) {
-    Membership const& membership = m_memberships[place];
-    if (membership.group == NONE) {
+void CandidateIndex::leaveGroup(Index index) {
+    Place const& place = m_places[index];
+    if (place.group == NONE) {
         return;
     }
-    Group& group = m_groups[membership.group];
+    Group& group = m_groups[place.group];
     --group.unclaimed;
-    if (group.runs != NONE) {
-        m_runs[group.runs]->remove({membership.frame, place});
+    if (group.runs != NO_RUNS && m_runs[group.runs].frames) {
+        m_runs[group.runs].frames->remove({place.frame, index});
+    }
+}
+
+void CandidateIndex::prefetchText(Index index) const {
+    Name const& name = m_names[index];
+    prefetch(name.text);
+    prefetch(name.text + name.size);
+}
+
+void CandidateIndex::prefetchGroups(Index index) const {
+    Index const end = m_names[index + 1].firstPlain;
+    for (Index place = m_names[index].firstPlain; place < end; ++place) {
+        if (Index const group = m_places[place].group; group != NONE) {
+            prefetch(&m_groups[group]);
+        }
     }
 }
 
 void CandidateIndex::lookAhead(Index index) const {
-    if (Index const far = index + 2 * AHEAD; far < size()) {
-        for (Index place = m_firstPlain[far]; place < m_firstPlain[far + 1]; ++place) {
-            if (Index const group = m_memberships[place].group; group != NONE) {
-                prefetch(&m_groups[group]);
-            }
-        }
-        Index const near = index + AHEAD;
-        for (Index place = m_firstPlain[near]; place < m_firstPlain[near + 1]; ++place) {
-            if (Index const group = m_memberships[place].group; group != NONE) {
-                prefetch(&m_members[m_groups[group].first]);
-            }
+    if (index + 2 * AHEAD >= size()) {
+        return;
+    }
+    prefetchGroups(index + 2 * AHEAD);
+    Index const near = index + AHEAD;
+    for (Index place = m_names[near].firstPlain; place < m_names[near + 1].firstPlain; ++place) {
+        if (Index const group = m_places[place].group; group != NONE) {
+            prefetch(&m_members[m_groups[group].first]);
         }
     }
 }
 
 bool CandidateIndex::mayHavePartners(Index index) const {
-    for (Index place = m_firstPlain[index]; place < m_firstPlain[index + 1]; ++place) {
-        if (m_memberships[place].group != NONE && m_groups[m_memberships[place].group].unclaimed > 1) {
+    Index const end = m_names[index + 1].firstPlain;
+    for (Index place = m_names[index].firstPlain; place < end; ++place) {
+        if (Index const group = m_places[place].group; group != NONE && m_groups[group].unclaimed > 1) {
             return true;
         }
     }
     return false;
 }
 
-CandidateIndex::Group CandidateIndex::makeGroup(Index first, Index size, Index unclaimed) {
-    return {first, size, unclaimed, NONE, std::numeric_limits<std::int32_t>::max(), false, false};
+CandidateIndex::Index CandidateIndex::addGroup(Index first, Index size, Index unclaimed) {
+    auto const group = static_cast<Index>(m_groups.size());
+    m_groups.append() = {first, size, unclaimed, NO_RUNS, 0};
+    return group;
 }
 
 CandidateIndex::Group* CandidateIndex::groupOf(Index index, std::size_t field) {
-    Index const group = m_memberships[m_firstPlain[index] + field].group;
+    Index const group = m_places[m_names[index].firstPlain + field].group;
     return group == NONE ? nullptr : &m_groups[group];
 }
 
@@ -325,17 +375,18 @@ CandidateIndex::Index CandidateIndex::count(Index index, std::size_t field, Span
         return 1;
     }
     if (!group->isChecked || group->unclaimed < group->size / 2) {
-        check(m_memberships[m_firstPlain[index] + field].group, index, span);
+        check(m_places[m_names[index].firstPlain + field].group, index, span);
         group = groupOf(index, field);
     }
     return group->unclaimed;
 }
 
 // The names of a group can stand anywhere, so their memory is asked for some members ahead: a member's place,
-// then its name, then what the caller wants of the name.
-template <class AskFor, class Visit>
-void CandidateIndex::forEachMember(Group const& group, AskFor const& askFor, Visit const& visit) {
-    Index const* const members = m_members.data() + group.first;
+// then its name, then what the caller wants of the name, in two steps.
+template <class AskFor, class AskForMore, class Visit>
+void CandidateIndex::forEachMember(Group const& group, AskFor const& askFor, AskForMore const& askForMore,
+                                   Visit const& visit) {
+    Index const* const members = m_members.get() + group.first;
     Index const size = group.size;
     if (size <= AHEAD) {
         for (Index i = 0; i < size; ++i) {
@@ -343,20 +394,22 @@ void CandidateIndex::forEachMember(Group const& group, AskFor const& askFor, Vis
         }
         return;
     }
-    for (Index ahead = 0; ahead < size + 3 * AHEAD; ++ahead) {
+    auto const nameOf = [this, members](Index member) { return m_places[members[member]].name; };
+    for (Index ahead = 0; ahead < size + 4 * AHEAD; ++ahead) {
         if (ahead < size) {
             prefetch(&m_places[members[ahead]]);
         }
         if (ahead >= AHEAD && ahead - AHEAD < size) {
-            Index const name = m_places[members[ahead - AHEAD]].name;
-            prefetch(&m_names[name]);
-            prefetch(&m_firstPlain[name]);
+            prefetch(&m_names[nameOf(ahead - AHEAD)]);
         }
         if (ahead >= 2 * AHEAD && ahead - 2 * AHEAD < size) {
-            askFor(m_places[members[ahead - 2 * AHEAD]].name);
+            askFor(nameOf(ahead - 2 * AHEAD));
         }
-        if (ahead >= 3 * AHEAD) {
-            visit(members[ahead - 3 * AHEAD]);
+        if (ahead >= 3 * AHEAD && ahead - 3 * AHEAD < size) {
+            askForMore(nameOf(ahead - 3 * AHEAD));
+        }
+        if (ahead >= 4 * AHEAD) {
+            visit(members[ahead - 4 * AHEAD]);
         }
     }
 }
@@ -364,33 +417,48 @@ void CandidateIndex::forEachMember(Group const& group, AskFor const& askFor, Vis
 // Drops the places of claimed names from a group, and those that only look like the name's.
 void CandidateIndex::check(Index group, Index index, Span const& span) {
     Group& checked = m_groups[group];
-    Index* const members = m_members.data() + checked.first;
+    Index* const members = m_members.get() + checked.first;
+    bool const isChecked = checked.isChecked != 0;
     std::vector<Index> strangers;
     Index kept = 0;
-    auto const askForText = [this](Index name) { prefetch(m_names[name].data()); };
-    forEachMember(checked, askForText, [&](Index member) {
-        Place const& place = m_places[member];
-        if (isClaimed(place.name)) {
-            return;
+    auto const askForText = [this, isChecked](Index name) {
+        if (!isChecked) {
+            prefetchText(name);
         }
-        if (checked.isChecked || fits(place, index, span)) {
-            members[kept++] = member;
-        } else {
-            strangers.push_back(member);
-        }
-    });
+    };
+    forEachMember(
+        checked, askForText, [](Index) {},
+        [&](Index member) {
+            if (isClaimed(m_places[member].name)) {
+                return;
+            }
+            if (isChecked || fits(member, index, span)) {
+                members[kept++] = member;
+            } else {
+                strangers.push_back(member);
+            }
+        });
     checked.size = checked.unclaimed = kept;
-    checked.isChecked = true;
+    checked.isChecked = 1;
     if (!strangers.empty()) {
-        splitOff(strangers);
+        splitOff(strangers, checked.first + kept);
     }
 }
 
-bool CandidateIndex::fits(Place const& place, Index index, Span const& span) {
+std::size_t CandidateIndex::lengthOf(Index index) const {
+    if (!m_firstHidden.empty() && index >= m_firstHidden.front()) {
+        return m_hiddenLengths[index - m_firstHidden.front()];
+    }
+    Place const& place = m_places[index];
+    return FrameNotation::frameLengthAt(name(place.name), place.position);
+}
+
+bool CandidateIndex::fits(Index member, Index index, Span const& span) {
+    Place const& place = m_places[member];
     std::string_view const name = this->name(index);
     std::string_view const other = this->name(place.name);
     std::size_t const after = name.size() - span.end();
-    if (place.position != span.position || other.size() - place.position - place.length != after) {
+    if (place.position != span.position || other.size() - place.position - lengthOf(member) != after) {
         return false;
     }
     if (place.name == index) {
@@ -411,14 +479,14 @@ bool CandidateIndex::fits(Place const& place, Index index, Span const& span) {
     return found->second.prefix >= span.position && found->second.suffix >= after;
 }
 
-void CandidateIndex::splitOff(std::vector<Index> const& places) {
-    auto const group = static_cast<Index>(m_groups.size());
+// Into the room that they leave behind.
+void CandidateIndex::splitOff(std::vector<Index> const& places, Index first) {
     auto const count = static_cast<Index>(places.size());
-    m_groups.push_back(makeGroup(static_cast<Index>(m_members.size()), count, count));
+    Index const group = addGroup(first, count, count);
     for (Index const place : places) {
-        m_memberships[place].group = group;
-        m_members.push_back(place);
+        m_places[place].group = group;
     }
+    std::copy(places.begin(), places.end(), m_members.get() + first);
 }
 
 int CandidateIndex::run(Index index, std::size_t field) {
@@ -426,47 +494,54 @@ int CandidateIndex::run(Index index, std::size_t field) {
     if (!group || group->unclaimed == 1) {
         return 0;
     }
-    if (group->runs != NONE) {
-        return m_runs[group->runs]->longest();
+    bool isAskedAgain = true;
+    if (group->runs == NO_RUNS) {
+        isAskedAgain = false;
+        group->runs = static_cast<Index>(m_runs.size()) & LIMIT;
+        m_runs.push_back({std::numeric_limits<std::int32_t>::max(), nullptr});
+    }
+    Runs& runs = m_runs[group->runs];
+    if (runs.frames) {
+        return runs.frames->longest();
     }
     // Kept for a third time when it is asked for a second.
-    bool const keeps = group->isAsked && group->unclaimed > FEW_FRAMES;
-    group->isAsked = true;
+    bool const keeps = isAskedAgain && group->unclaimed > FEW_FRAMES;
     m_someFrames.clear();
     std::vector<FrameRuns::Member> members;
-    Index const* const places = m_members.data() + group->first;
+    Index const* const places = m_members.get() + group->first;
     bool const isWhole = group->unclaimed == group->size;
     for (Index i = 0; i < group->size; ++i) {
         if (i + AHEAD < group->size) {
-            prefetch(&m_memberships[places[i + AHEAD]]);
+            prefetch(&m_places[places[i + AHEAD]]);
         }
-        Index const place = places[i];
-        if (!isWhole && isClaimed(m_places[place].name)) {
+        Place const& place = m_places[places[i]];
+        if (!isWhole && isClaimed(place.name)) {
             continue;
         }
-        std::int32_t const frame = m_memberships[place].frame;
         if (keeps) {
-            members.push_back({frame, place});
+            members.push_back({place.frame, places[i]});
         } else {
-            m_someFrames.push_back(frame);
+            m_someFrames.push_back(place.frame);
         }
     }
     if (!keeps) {
         bool areDistinct = false;
         int const longest = FrameRuns::longest(m_someFrames, areDistinct);
         if (areDistinct) {
-            group->maxRun = longest;
+            runs.limit = longest;
         }
         return longest;
     }
-    m_runs.push_back(std::make_unique<FrameRuns>(std::move(members)));
-    group->runs = static_cast<Index>(m_runs.size() - 1);
-    return m_runs.back()->longest();
+    runs.frames = std::make_unique<FrameRuns>(std::move(members));
+    return runs.frames->longest();
 }
 
 bool CandidateIndex::hasRun(Index index, std::size_t field, int atLeast) {
     Group const* const group = groupOf(index, field);
-    return (!group || group->maxRun >= atLeast) && run(index, field) >= atLeast;
+    if (group && group->runs != NO_RUNS && m_runs[group->runs].limit < atLeast) {
+        return false;
+    }
+    return run(index, field) >= atLeast;
 }
 
 std::size_t CandidateIndex::claimAll(Index index, std::size_t field, Span const& span,
@@ -479,22 +554,38 @@ std::size_t CandidateIndex::claimAll(Index index, std::size_t field, Span const&
         }
         return span.length;
     }
-    if (group->runs != NONE) {
-        // Nobody asks for it any more.
-        m_runs[group->runs].reset();
-        group->runs = NONE;
+    if (group->runs != NO_RUNS) {
+        m_runs[group->runs].frames.reset(); // nobody asks for it any more
     }
-    std::size_t const around = m_names[index].size() - span.length;
+    std::size_t const around = m_names[index].size - span.length;
     std::size_t narrowest = span.length;
-    auto const askForPlaces = [this](Index name) { prefetch(&m_memberships[m_firstPlain[name]]); };
-    forEachMember(*group, askForPlaces, [&](Index member) {
+    auto const isOnlyPlace = [this](Index name) {
+        return m_firstHidden.empty() && m_names[name + 1].firstPlain - m_names[name].firstPlain == 1;
+    };
+    auto const askForPlaces = [this, &isOnlyPlace](Index name) {
+        if (!isOnlyPlace(name)) {
+            prefetch(&m_places[m_names[name].firstPlain]);
+        }
+    };
+    auto const askForGroups = [this, &isOnlyPlace](Index name) {
+        if (!isOnlyPlace(name)) {
+            prefetchGroups(name);
+        }
+    };
+    forEachMember(*group, askForPlaces, askForGroups, [&](Index member) {
         Index const other = m_places[member].name;
-        if (!isClaimed(other)) {
-            narrowest = std::min<std::size_t>(narrowest, m_names[other].size() - around);
+        if (isClaimed(other)) {
+            return;
+        }
+        narrowest = std::min<std::size_t>(narrowest, m_names[other].size - around);
+        if (isOnlyPlace(other)) {
+            m_names[other].isClaimed = 1;
+            --group->unclaimed;
+        } else {
             claim(other);
-            if (claimed) {
-                claimed->push_back(other);
-            }
+        }
+        if (claimed) {
+            claimed->push_back(other);
         }
     });
     return narrowest;

@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 #include <string_view>
 #include <unordered_map>
@@ -22,7 +23,8 @@ namespace ORL_0_81 {
 ///
 /// The places where a frame can stand (see FrameScanner) are grouped by what stands around them, once for all
 /// names. A group is only looked at when a name asks for it: then the names in it are compared with that
-/// name, and what merely has the same key becomes a group of its own. Each group counts its unclaimed names;
+/// name, and what merely has the same key becomes a group of its own. But where no name has more than a place or so,
+/// nearly all of them would be asked for, and all are compared beforehand, name by name. Each group counts its unclaimed names;
 /// its frames are sorted when their run is first asked for, and kept up to date from then on.
 ///
 /// Names with a backslash are in no group: what they look like to a pattern is not told by their text alone,
@@ -32,19 +34,59 @@ public:
     using Index = std::uint32_t;
     using Span = FrameNotation::Span;
 
-    /// \param names Each must be shorter than 4 GB. The texts must stay as they are during the life of the
-    ///     index.
+private:
+    // A name, and what is asked for together with it: where its places begin, and whether it is claimed.
+    struct Name {
+        char const* text;
+        Index size;
+        Index firstPlain : 31;
+        Index isClaimed : 1;
+    };
+
+public:
+    /// The names that an index is made for, in their order.
+    class Names {
+    public:
+        Names() = default;
+        Names(std::initializer_list<std::string_view> names) : Names(names.begin(), names.end()) {}
+        Names(std::vector<std::string_view> const& names) : Names(names.begin(), names.end()) {}
+
+        template <class Iterator>
+        Names(Iterator begin, Iterator end) {
+            reserve(static_cast<std::size_t>(end - begin));
+            for (; begin != end; ++begin) {
+                append(*begin);
+            }
+        }
+
+        /// Makes room for so many in all.
+        void reserve(std::size_t count) { m_names.reserve(count + 1); } // and for one behind the last
+
+        /// Throws `std::length_error` for a name of 4 GB or more.
+        ///
+        /// \param name The text must stay as it is during the life of the index.
+        void append(std::string_view name);
+
+        bool isEmpty() const { return m_names.empty(); }
+
+    private:
+        friend class CandidateIndex;
+
+        std::vector<Name> m_names;
+    };
+
+    /// Throws `std::length_error` for more names or places than it can number: two thousand millions.
+    ///
     /// \param keyMask Which bits of a key are looked at. With fewer than all, more names are mistaken for
     ///     each other at first; for tests.
-    explicit CandidateIndex(std::vector<std::string_view> names,
-                            FrameScanner::Key keyMask = ~FrameScanner::Key{0});
+    explicit CandidateIndex(Names names, FrameScanner::Key keyMask = ~FrameScanner::Key{0});
 
     /// How many names were given.
-    Index size() const { return static_cast<Index>(m_claimed.size()); }
+    Index size() const { return static_cast<Index>(m_names.size() - 1); }
 
-    std::string_view name(Index index) const { return m_names[index]; }
+    std::string_view name(Index index) const { return {m_names[index].text, m_names[index].size}; }
 
-    bool isClaimed(Index index) const { return m_claimed[index] != 0; }
+    bool isClaimed(Index index) const { return m_names[index].isClaimed != 0; }
 
     /// Takes a name out, if it is still in.
     void claim(Index index);
@@ -78,17 +120,16 @@ public:
 private:
     static constexpr Index NONE = ~Index{0};
 
-    // A place in a name where a frame can stand.
+    // What fits into the 31 bits that some numbers have.
+    static constexpr Index LIMIT = ~Index{0} >> 1U;
+
+    // A place in a name where a frame can stand, with its frame and the group it is in: NONE where no other place
+    // has the same key.
     struct Place {
         Index name;
         Index position;
-        Index length;
-    };
-
-    // Which group it is in, NONE where no other place has the same key, and with which frame.
-    struct Membership {
-        Index group;
         std::int32_t frame;
+        Index group;
     };
 
     // A place by its key, as much of it as the bucket doesn't tell.
@@ -135,10 +176,15 @@ private:
         Index first; // its places stand together in m_members
         Index size;
         Index unclaimed;
-        Index runs;          // of its frames, once they were asked for twice
-        std::int32_t maxRun; // what their longest run can't exceed from now on
-        bool isChecked;
-        bool isAsked; // for its run
+        Index runs : 31; // in m_runs, NO_RUNS until they are first asked for
+        Index isChecked : 1;
+    };
+    static constexpr Index NO_RUNS = LIMIT;
+
+    // What is known of the runs of a group's frames.
+    struct Runs {
+        std::int32_t limit;                // what the longest can't exceed from now on
+        std::unique_ptr<FrameRuns> frames; // once they were asked for twice
     };
 
     // Half of what the scanner tells is enough to pass over most names.
@@ -157,33 +203,38 @@ private:
     Index placeCount() const { return static_cast<Index>(m_places.size()); }
     void groupPlaces();
     template <class Visit>
-    void forEachEntry(Bucket const& bucket, Visit const& visit) const;
+    void forEachEntry(Bucket const& bucket, Visit const& visit);
     void groupBucket(Bucket const& bucket, KeyNumbers& numbers);
+    void checkInOrder();
 
-    static Group makeGroup(Index first, Index size, Index unclaimed);
+    Index addGroup(Index first, Index size, Index unclaimed);
     Group* groupOf(Index index, std::size_t field);
     void leaveGroup(Index place);
-    template <class AskFor, class Visit>
-    void forEachMember(Group const& group, AskFor const& askFor, Visit const& visit);
+    template <class AskFor, class AskForMore, class Visit>
+    void forEachMember(Group const& group, AskFor const& askFor, AskForMore const& askForMore,
+                       Visit const& visit);
     void check(Index group, Index index, Span const& span);
-    bool fits(Place const& place, Index index, Span const& span);
-    void splitOff(std::vector<Index> const& places);
+    bool fits(Index place, Index index, Span const& span);
+    std::size_t lengthOf(Index place) const;
+    void splitOff(std::vector<Index> const& places, Index first);
 
-    std::vector<std::string_view> m_names;
-    std::vector<unsigned char> m_claimed;
+    void prefetchText(Index index) const;
+    void prefetchGroups(Index index) const;
 
-    // The places of a name stand together: the plain ones, then, elsewhere, the hidden ones if there are any.
-    std::vector<Index> m_firstPlain; // by name, and behind the last
+    // The places of a name stand together: the plain ones, then, behind those of all names, the hidden ones if there
+    // are any.
+    std::vector<Name> m_names; // and one behind the last, which tells where the plain places end
     PagedArray<Place> m_places;
-    PagedArray<Membership> m_memberships;
     std::vector<Index> m_firstHidden; // by name, and behind the last; empty if no name has any
+    std::vector<unsigned char> m_hiddenLengths;
 
     std::vector<Bucket> m_buckets; // only until they are grouped
     PagedArray<Chunk> m_chunks;
     unsigned int m_bucketBits = 0;
-    std::vector<Group> m_groups;
-    std::vector<Index> m_members;
-    std::vector<std::unique_ptr<FrameRuns>> m_runs;
+    PagedArray<Group> m_groups;
+    std::unique_ptr<Index[]> m_members; // room for all places
+    Index m_memberCount = 0;
+    std::vector<Runs> m_runs;
 
     // How much long names have in common with the one last asked for, at the beginning and at the end.
     struct Common {

@@ -82,6 +82,15 @@ bool isFrame(std::string_view text) {
     return !text.empty() && text.size() <= MAX_DIGITS && std::all_of(text.begin(), text.end(), isDigit);
 }
 
+std::size_t frameLengthAt(std::string_view text, std::size_t position) {
+    std::size_t const digits = position + (position < text.size() && text[position] == '-' ? 1 : 0);
+    std::size_t end = digits;
+    while (end < text.size() && end - digits < MAX_DIGITS && isDigit(text[end])) {
+        ++end;
+    }
+    return end == digits ? 0 : end - position;
+}
+
 int frameOf(std::string_view frame) {
     if (!isFrame(frame)) {
         return 0;

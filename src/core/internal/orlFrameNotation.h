@@ -44,6 +44,9 @@ void findDigitFields(std::string_view text, std::vector<Span>& fields);
 /// Whether the whole text is a frame: one to nine digits, perhaps with a minus sign before.
 bool isFrame(std::string_view text);
 
+/// How long the longest frame is that begins at `position`; 0 if there is none.
+std::size_t frameLengthAt(std::string_view text, std::size_t position);
+
 /// The number of a frame; 0 for a text that is none.
 int frameOf(std::string_view frame);
 

@@ -22,11 +22,14 @@ public:
 
     /// Appends an element, which is not initialised.
     T& append() {
-        if (m_size % PAGE_SIZE == 0) {
+        std::size_t const position = m_size % PAGE_SIZE;
+        if (position == 0) {
             std::unique_ptr<T[]> page(new T[PAGE_SIZE]); // uncleared, as make_unique would not leave it
+            m_last = page.get();
             m_pages.push_back(std::move(page));
         }
-        return (*this)[m_size++];
+        ++m_size;
+        return m_last[position];
     }
 
 private:
@@ -43,6 +46,7 @@ private:
     static constexpr std::size_t PAGE_SIZE = pageSize();
 
     std::vector<std::unique_ptr<T[]>> m_pages;
+    T* m_last = nullptr; // page
     std::size_t m_size = 0;
 };
 

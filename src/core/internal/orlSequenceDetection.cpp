@@ -10,7 +10,7 @@
 
 namespace ORL_0_81 {
 
-void detectSequences(std::vector<std::string_view> names, std::string_view filter,
+void detectSequences(CandidateIndex::Names names, std::string_view filter,
                      SequenceDetector::Results& results) {
     NameFilter nameFilter(filter);
     SequenceDetector detector(std::move(names), nameFilter, results);
@@ -29,14 +29,26 @@ void DirectoryNames::addName(char const* name) {
     m_ends.push_back(m_text.size());
 }
 
+template <class Add>
+void DirectoryNames::forEach(Add const& add) const {
+    std::size_t begin = 0;
+    for (std::size_t const end : m_ends) {
+        add(std::string_view(m_text).substr(begin, end - begin));
+        begin = end;
+    }
+}
+
 std::vector<std::string_view> DirectoryNames::views() const {
     std::vector<std::string_view> result;
     result.reserve(m_ends.size());
-    std::size_t begin = 0;
-    for (std::size_t const end : m_ends) {
-        result.push_back(std::string_view(m_text).substr(begin, end - begin));
-        begin = end;
-    }
+    forEach([&result](std::string_view name) { result.push_back(name); });
+    return result;
+}
+
+CandidateIndex::Names DirectoryNames::names() const {
+    CandidateIndex::Names result;
+    result.reserve(m_ends.size());
+    forEach([&result](std::string_view name) { result.append(name); });
     return result;
 }
 

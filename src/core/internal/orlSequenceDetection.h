@@ -19,11 +19,11 @@ namespace ORL_0_81 {
 /// Detects the sequences among those names that the filter lets pass, on a roomy stack if the filter needs
 /// one and there is memory for it. Without room each name gets the filter's failure.
 ///
-/// \param names The texts must stay during the call.
+/// \param names Their texts must stay during the call.
 /// \param filter A regular expression, see NameFilter. Throws `std::regex_error` if it is malformed; no result
 ///     has come then.
 /// \param results Is called on the stack of another thread, perhaps, but while the caller waits.
-void detectSequences(std::vector<std::string_view> names, std::string_view filter,
+void detectSequences(CandidateIndex::Names names, std::string_view filter,
                      SequenceDetector::Results& results);
 
 /// The names of the regular files of a directory, in the file system's order, normalised by normalizeToNfd().
@@ -37,8 +37,14 @@ public:
     /// Views of texts that live as long as this object, and stay where they are until it is moved.
     std::vector<std::string_view> views() const;
 
+    /// The same.
+    CandidateIndex::Names names() const;
+
 private:
     void addName(char const* name) override;
+
+    template <class Add>
+    void forEach(Add const& add) const;
 
     std::string m_text; // one behind the other
     std::vector<std::size_t> m_ends;

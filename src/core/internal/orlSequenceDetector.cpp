@@ -57,7 +57,7 @@ std::string allFieldsPattern(std::string const& escaped) {
 
 } // namespace
 
-SequenceDetector::SequenceDetector(std::vector<std::string_view> names, NameFilter& filter, Results& results,
+SequenceDetector::SequenceDetector(CandidateIndex::Names names, NameFilter& filter, Results& results,
                                    Compiler compiler)
     : m_index(std::move(names)), m_filter(filter), m_results(results), m_compiler(std::move(compiler)) {}
 

@@ -67,9 +67,9 @@ public:
     /// Compiles patterns. Throws `std::regex_error`, as matching does.
     using Compiler = std::function<std::unique_ptr<Pattern>(std::string const& pattern)>;
 
-    /// \param names The texts must stay during the life of the detector, as must the filter and the results.
+    /// \param names Their texts must stay during the life of the detector, as must the filter and the results.
     /// \param compiler for tests, which let it fail; by default the standard library's, within bounds.
-    SequenceDetector(std::vector<std::string_view> names, NameFilter& filter, Results& results,
+    SequenceDetector(CandidateIndex::Names names, NameFilter& filter, Results& results,
                      Compiler compiler = compileGuarded);
 
     /// Does the whole work, once. A regular-expression error costs the front of the unclaimed names, no more.

@@ -28,16 +28,23 @@ String toString(std::string_view text) { return {text.data(), text.size()}; }
 // The system would read a path only up to its first NUL.
 bool isPath(std::string_view path) { return path.find('\0') == std::string_view::npos; }
 
+// Names come in the order of the list, so one walk through it meets them all.
 class ListResults : public SequenceDetector::Results {
 public:
-    ListResults(std::vector<String const*> const& names, Vector<String>& sequences)
-        : m_names(names), m_sequences(sequences) {}
+    ListResults(List<String> const& names, Vector<String>& sequences)
+        : m_name(names.begin()), m_sequences(sequences) {}
 
-    void addName(std::size_t index, std::string_view) override { m_sequences.push_back(*m_names[index]); }
+    void addName(std::size_t index, std::string_view) override {
+        for (; m_index < index; ++m_index) {
+            ++m_name;
+        }
+        m_sequences.push_back(*m_name);
+    }
     void addText(std::string const& text) override { m_sequences.push_back(toString(text)); }
 
 private:
-    std::vector<String const*> const& m_names;
+    List<String>::Iterator m_name;
+    std::size_t m_index = 0; // of that name
     Vector<String>& m_sequences;
 };
 
@@ -52,8 +59,8 @@ private:
     Vector<String>& m_sequences;
 };
 
-Status detect(std::vector<std::string_view> names, String const& filter, SequenceDetector::Results& results) {
-    if (names.empty()) {
+Status detect(CandidateIndex::Names names, String const& filter, SequenceDetector::Results& results) {
+    if (names.isEmpty()) {
         return Status::kNoFilenamesFound;
     }
     try {
@@ -140,16 +147,13 @@ Status FileSequenceUtils::getSequenceName(String const& path, String& name) {
 Status FileSequenceUtils::getSequencesInFileList(List<String> const& names, Vector<String>& sequences,
                                                  String const& filter) {
     return allOrNothing(sequences, [&] {
-        std::vector<std::string_view> views;
-        std::vector<String const*> strings;
+        CandidateIndex::Names views;
         views.reserve(names.size());
-        strings.reserve(names.size());
         List<String>::Iterator const end = names.end();
         for (List<String>::Iterator name = names.begin(); name != end; ++name) {
-            views.push_back(view(*name));
-            strings.push_back(&*name);
+            views.append(view(*name));
         }
-        ListResults results(strings, sequences);
+        ListResults results(names, sequences);
         return detect(std::move(views), filter, results);
     });
 }
@@ -163,7 +167,7 @@ Status FileSequenceUtils::getSequencesInDirectory(String const& path, Vector<Str
         }
         DirectoryNames const names(std::string(view(path)));
         DirectoryResults results(sequences);
-        return detect(names.views(), filter, results);
+        return detect(names.names(), filter, results);
     });
 }
 

@@ -61,6 +61,13 @@ std::string randomName(std::mt19937& random) {
     return name;
 }
 
+// With one number at most, as in most lists.
+std::string randomSimpleName(std::mt19937& random) {
+    std::string const before(1, static_cast<char>('a' + random() % 2));
+    std::string const number = random() % 8 == 0 ? "" : std::to_string(random() % 12);
+    return before + number + (random() % 2 == 0 ? "z" : "");
+}
+
 // With fewer bits of the keys the most different places fall into one group.
 class CandidateIndexWithBits : public testing::TestWithParam<unsigned int> {};
 
@@ -71,9 +78,10 @@ TEST_P(CandidateIndexWithBits, AnswersAsIfItLookedAtEveryName) {
     std::vector<Span> fields;
     for (int round = 0; round < 3000; ++round) {
         Plain plain;
+        auto const newName = round % 3 == 0 ? randomSimpleName : randomName;
         for (unsigned long count = random() % 30 + 1; count > 0; --count) {
             bool const isNew = plain.names.empty() || random() % 5 != 0;
-            plain.names.push_back(isNew ? randomName(random) : plain.names[random() % plain.names.size()]);
+            plain.names.push_back(isNew ? newName(random) : plain.names[random() % plain.names.size()]);
         }
         plain.isClaimed.resize(plain.names.size());
         std::vector<std::string_view> const views(plain.names.begin(), plain.names.end());
@@ -184,6 +192,31 @@ TEST(CandidateIndex, TellsLongNamesApartThatOnlyLookAlike) {
     EXPECT_EQ(index.count(1, 0, field), 1U);
     EXPECT_EQ(index.count(2, 0, field), 1U);
     EXPECT_EQ(index.count(3, 0, field), 2U);
+}
+
+TEST(CandidateIndex, TellsNamesOfOneNumberApartThatOnlyLookAlike) {
+    // As above; that no name has more than one place must not make it take them for checked.
+    CandidateIndex index({"a1", "a2", "b1", "a3", "b22", "c"}, 0);
+    EXPECT_EQ(index.count(0, 0, {1, 1}), 3U);
+    EXPECT_EQ(index.count(2, 0, {1, 1}), 2U);
+    EXPECT_EQ(index.count(4, 0, {1, 2}), 2U);
+    EXPECT_EQ(index.run(0, 0), 2);
+}
+
+TEST(CandidateIndex, TakesNamesOneByOne) {
+    CandidateIndex::Names names;
+    EXPECT_TRUE(names.isEmpty());
+    std::vector<std::string> const texts = {"a1", "", "a2"};
+    for (std::string const& text : texts) {
+        names.append(text);
+    }
+    EXPECT_FALSE(names.isEmpty());
+    CandidateIndex index(names);
+    EXPECT_EQ(index.size(), 3U);
+    EXPECT_EQ(index.name(1), "");
+    EXPECT_EQ(index.name(2).data(), texts[2].data());
+    EXPECT_EQ(index.count(0, 0, {1, 1}), 2U);
+    EXPECT_EQ(CandidateIndex(CandidateIndex::Names()).size(), 0U);
 }
 
 TEST(CandidateIndex, ClaimsANameOnceHoweverOftenItIsClaimed) {

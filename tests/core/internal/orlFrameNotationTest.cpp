@@ -81,6 +81,18 @@ TEST(FrameNotation, ReadsFrames) {
     }
 }
 
+TEST(FrameNotation, MeasuresTheFrameThatBeginsAtAPlace) {
+    EXPECT_EQ(FrameNotation::frameLengthAt("a12b", 1), 2U);
+    EXPECT_EQ(FrameNotation::frameLengthAt("a12b", 2), 1U);
+    EXPECT_EQ(FrameNotation::frameLengthAt("a-12", 1), 3U);
+    EXPECT_EQ(FrameNotation::frameLengthAt("1234567891", 0), 9U);
+    EXPECT_EQ(FrameNotation::frameLengthAt("-1234567891", 0), 10U);
+    EXPECT_EQ(FrameNotation::frameLengthAt("a--1", 1), 0U);
+    EXPECT_EQ(FrameNotation::frameLengthAt("a-", 1), 0U);
+    EXPECT_EQ(FrameNotation::frameLengthAt("a1", 0), 0U);
+    EXPECT_EQ(FrameNotation::frameLengthAt("a1", 2), 0U);
+}
+
 TEST(FrameNotation, FindsFrameSymbolsFromLeftToRight) {
     std::string const text = "%a%4%04d%d";
     EXPECT_EQ(FrameNotation::findFrameSymbol(text), (FrameNotation::Span{4, 4}));
