@@ -238,6 +238,16 @@ void unmark(std::string& argument) {
     }
 }
 
+// What the parser says of a first word that is no command is that a command is missing.
+std::string describeMistake(CLI::App const& app, CLI::ParseError const& error) {
+    std::vector<std::string> rest = app.remaining();
+    if (!app.get_subcommands().empty() || rest.empty()) {
+        return printable(error.what());
+    }
+    unmark(rest.front());
+    return inQuotes(rest.front()) + " : No such " + (rest.front().rfind("-", 0) == 0 ? "option" : "command");
+}
+
 int run(std::vector<std::string> arguments, Streams const& streams) {
     CLI::App app("", "orl");
     NormalizeCommand normalize;
@@ -273,7 +283,7 @@ int run(std::vector<std::string> arguments, Streams const& streams) {
         writeToStream(streams.out, text.str());
         return kExitGood;
     } catch (CLI::ParseError const& error) {
-        printError(printable(error.what()) + "\nTry orl --help.", streams);
+        printError(describeMistake(app, error) + "\nTry orl --help.", streams);
         return kExitWrongUsage;
     }
 

@@ -65,6 +65,15 @@ TEST(Program, AnswersWrongUsageOnStandardErrorWithTwo) {
     }
 }
 
+TEST(Program, NamesTheCommandOrTheOptionThatItDoesNotKnow) {
+    std::string const help = "\nTry orl --help.\n";
+    EXPECT_EQ(orl({"frobnicate", "cut.otio"}).error, "orl ERROR: \"frobnicate\" : No such command" + help);
+    EXPECT_EQ(orl({"[a\n]"}).error, "orl ERROR: \"[a\\n]\" : No such command" + help);
+    EXPECT_EQ(orl({""}).error, "orl ERROR: \"\" : No such command" + help);
+    EXPECT_EQ(orl({"--loud"}).error, "orl ERROR: \"--loud\" : No such option" + help);
+    EXPECT_EQ(orl({}).error, "orl ERROR: A subcommand is required" + help);
+}
+
 TEST(Program, TakesAFileThatIsNamedLikeACommandOrAnOptionOrAList) {
     EXPECT_EQ(orl({"info", "[a,b]", "c"}).error, "orl ERROR: \"[a,b]\" : No such file or directory\n"
                                                  "orl ERROR: \"c\" : No such file or directory\n");
