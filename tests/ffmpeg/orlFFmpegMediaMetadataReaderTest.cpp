@@ -208,6 +208,24 @@ TEST(FFmpegMediaMetadataReaderTest, ASequenceMayOutgrowItsPadding) {
     EXPECT_EQ(document.duration(), 3.0);
 }
 
+TEST(FFmpegMediaMetadataReaderTest, FindsAMediumWhoseNameLooksLikeThatAskedFor) {
+    // On the disk the accented letter is one character, and is asked for as two.
+    Damage::Folder const folder;
+    for (std::string const number : {"1001", "1002"}) {
+        (void)folder.write("\xc3\xa9." + number + ".png", Damage::load(medium("sequences/shot.1002.png")));
+    }
+    std::string const name = "e\xcc\x81.%04d.png";
+    Document const sequence = read(folder.path(name));
+    EXPECT_EQ(sequence.start(), 1001.0);
+    EXPECT_EQ(sequence.duration(), 2.0);
+    EXPECT_EQ(sequence.at("/name").GetString(), name);
+    EXPECT_EQ(sequence.at("/media_reference/target_url").GetString(), folder.path(name));
+    Document const image = read("file://" + folder.path("e%CC%81.1002.png"));
+    EXPECT_EQ(image.duration(), 1.0);
+    EXPECT_STREQ(image.at("/name").GetString(), "e\xcc\x81.1002.png");
+    EXPECT_EQ(Reader().statusOf(folder.path("e.1002.png")), Status::kFileNotFound);
+}
+
 TEST(FFmpegMediaMetadataReaderTest, OneImageLastsOneFrame) {
     for (std::string const file :
          {"still.png", "still.tga", "odd %03d name.png", "sequences/shot.1002.png"}) {

@@ -2,10 +2,10 @@
 // Copyright Contributors to the orlCore project
 #include "orlFrameFiles.h"
 
-#include <dirent.h>
+#include "internal/orlDirectory.h"
+#include "internal/orlStoredName.h"
 
 #include <cerrno>
-#include <memory>
 #include <string>
 
 namespace ORL_0_81::media {
@@ -65,10 +65,6 @@ bool readFrameNumber(FramePattern const& pattern, std::string const& name, long&
     return true;
 }
 
-struct CloseDirectory {
-    void operator()(DIR* directory) const { closedir(directory); }
-};
-
 bool canBeFile(dirent const& entry) { return entry.d_type != DT_DIR; }
 
 bool isBetterName(std::string const& name, std::string const& other) {
@@ -79,14 +75,19 @@ bool isBetterName(std::string const& name, std::string const& other) {
 
 FrameSearch findFrameFiles(std::string const& name, FrameFiles& files) {
     std::size_t const slash = name.rfind('/');
-    std::string const directoryPart = slash == std::string::npos ? std::string() : name.substr(0, slash + 1);
+    std::string directoryPart = slash == std::string::npos ? std::string() : name.substr(0, slash + 1);
     FramePattern pattern;
-    if (!findPattern(name.substr(directoryPart.size()), pattern)) {
+    if (!findPattern(comparableName(name.substr(directoryPart.size())), pattern)) {
         return FrameSearch::kNoSequenceName;
     }
 
-    std::unique_ptr<DIR, CloseDirectory> const directory(
-        opendir(directoryPart.empty() ? "." : directoryPart.c_str()));
+    Directory directory = openDirectory(directoryPart);
+    if (!directory && errno == ENOENT) {
+        if (std::string const stored = findStoredPath(directoryPart); !stored.empty()) {
+            directoryPart = stored;
+        }
+        directory = openDirectory(directoryPart);
+    }
     if (!directory) {
         return errno == ENOENT || errno == ENOTDIR ? FrameSearch::kNoFrames : FrameSearch::kNoAccess;
     }
@@ -95,7 +96,7 @@ FrameSearch findFrameFiles(std::string const& name, FrameFiles& files) {
     while (dirent const* const entry = readdir(directory.get())) { // NOLINT(concurrency-mt-unsafe)
         long number = 0;
         std::string const entryName = static_cast<char const*>(entry->d_name);
-        if (!canBeFile(*entry) || !readFrameNumber(pattern, entryName, number)) {
+        if (!canBeFile(*entry) || !readFrameNumber(pattern, comparableName(entryName), number)) {
             continue;
         }
         if (firstName.empty() || number < files.first ||

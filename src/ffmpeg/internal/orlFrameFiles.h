@@ -28,7 +28,8 @@ enum class FrameSearch {
 /// The first frame symbol of the name counts: a percent sign, perhaps a width, and the letter d. It stands
 /// for an optional minus sign and one to nine digits, which together are at least as many as the width tells.
 /// More are welcome, for numbers outgrow their padding. Where two files have the same number, the one whose
-/// name is shorter is the frame, and else the one that comes first in the alphabet.
+/// name is shorter is the frame, and else the one that comes first in the alphabet. Names that look alike are
+/// the same, see comparableName().
 ///
 /// \param files Is set if the result is kFound.
 FrameSearch findFrameFiles(std::string const& name, FrameFiles& files);

@@ -7,12 +7,14 @@
 #include "internal/orlFrameTiming.h"
 #include "internal/orlOpenMedium.h"
 #include "internal/orlReadLimits.h"
+#include "internal/orlStoredName.h"
 #include "internal/orlStreamDescription.h"
 
 #include <sys/stat.h>
 
 #include <limits>
 #include <new>
+#include <utility>
 
 namespace ORL_0_81::media {
 
@@ -43,6 +45,13 @@ FrameSearch settle(MediaLocation& location, std::string& name, FrameFiles& frame
         if (exists(path)) {
             name = lastPartOf(path);
             location.localPaths = {std::string(path)};
+            return FrameSearch::kNoSequenceName;
+        }
+    }
+    for (std::string const& path : location.localPaths) {
+        if (std::string stored = findStoredPath(path); !stored.empty()) {
+            name = lastPartOf(path);
+            location.localPaths = {std::move(stored)};
             return FrameSearch::kNoSequenceName;
         }
     }

@@ -16,7 +16,9 @@ namespace ORL_0_81 {
 ///
 /// **What it reads.** A path; a file URL, with or without percent escapes; a sequence name such as
 /// `shot.%04d.exr`, with or without a directory; and, once allowed, other URLs. A name that a file has means
-/// that file and no sequence. Only regular files and named pipes are opened, never devices or sockets.
+/// that file and no sequence. Where nothing has the name, that counts which has a name that looks like it: accented
+/// letters can be written as one character or as two, and other programs write them otherwise than the disk has
+/// them. Only regular files and named pipes are opened, never devices or sockets.
 ///
 /// **What a document holds.** One timeline, stack, track and clip, in the normal form of the library.
 ///

@@ -67,6 +67,17 @@ TEST_F(FrameFilesTest, OfTwoFilesWithOneNumberTheShorterNameIsTheFrame) {
     EXPECT_EQ(find("a.%02d.exr"), "1 to 1 from a.01.exr");
 }
 
+TEST_F(FrameFilesTest, NamesThatLookAlikeAreTheSame) {
+    // An accented letter as one character and as two.
+    make({"\xc3\xa9.1.exr", "e\xcc\x81.2.exr", "\xc3\xa9.3.exr", "e\xcc\x81.3.exr", "e.4.exr"});
+    EXPECT_EQ(find("e\xcc\x81.%d.exr"), "1 to 3 from \xc3\xa9.1.exr");
+    EXPECT_EQ(find("\xc3\xa9.%d.exr"), "1 to 3 from \xc3\xa9.1.exr");
+    std::filesystem::create_directory(m_folder.path("\xc3\xa9"));
+    make({"\xc3\xa9/a.7.exr"});
+    EXPECT_EQ(find("e\xcc\x81/a.%d.exr"), "7 to 7 from a.7.exr");
+    EXPECT_EQ(find("o\xcc\x81/a.%d.exr"), "no frames");
+}
+
 TEST_F(FrameFilesTest, TheFirstSymbolOfTheFileNameCounts) {
     make({"a.1.%d.exr", "a.2.%d.exr", "a.1.1.exr", "100%_1.exr"});
     EXPECT_EQ(find("a.%d.%d.exr"), "1 to 2 from a.1.%d.exr");
