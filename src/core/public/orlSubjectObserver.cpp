@@ -5,6 +5,7 @@
 #include <atomic>
 #include <mutex>
 #include <set>
+#include <vector>
 
 namespace ORL_0_81 {
 
@@ -79,10 +80,10 @@ void Subject::Imp::removeObserver(Observer* observer) {
 }
 
 void Subject::Imp::notify(NotificationHint const& hint) {
-    std::set<Observer*> snapshot;
+    std::vector<Observer*> snapshot; // in the order of the set, and far cheaper to make than another
     {
         std::lock_guard<std::mutex> const lock(m_mutex);
-        snapshot = m_observers;
+        snapshot.assign(m_observers.begin(), m_observers.end());
     }
     for (Observer* const observer : snapshot) {
         observer->onNotify(m_owner, hint);
