@@ -10,13 +10,12 @@
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 headers=(--headers-dir "$here/../src/core/public" --headers-dir "$here/../src/ffmpeg/public")
-hidden=(--suppressions "$here/hidden.suppr")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 # Neither the machine nor the place of the sources is to be seen in a picture.
 picture() {
-    abidw "${headers[@]}" "${hidden[@]}" --exported-interfaces-only --drop-private-types --no-corpus-path --no-comp-dir-path \
+    abidw "${headers[@]}" --exported-interfaces-only --drop-private-types --no-corpus-path --no-comp-dir-path \
         --no-show-locs --no-elf-needed --no-parameter-names --type-id-style hash --out-file "$2" "$1"
 }
 
@@ -25,14 +24,14 @@ check() {
     name=$(basename "$library" .so)
     xz --decompress --stdout "$here/$name.abi.xz" >"$work/$name.before"
     picture "$library" "$work/$name.now"
-    abidiff "${hidden[@]}" "$work/$name.before" "$work/$name.now" >"$work/report" || status=$?
+    abidiff "$work/$name.before" "$work/$name.now" >"$work/report" || status=$?
     if [ "$status" -eq 0 ]; then
         echo "$name: as it was"
         return
     fi
     cat "$work/report"
     # Additions alone leave the interface as it was for those who use it.
-    if abidiff "${hidden[@]}" --no-added-syms "$work/$name.before" "$work/$name.now" >/dev/null; then
+    if abidiff --no-added-syms "$work/$name.before" "$work/$name.now" >/dev/null; then
         echo "$name: something was added; CONTRIBUTING.md tells when to keep the new interface"
     else
         echo "$name: programs that were linked with it before may not run with it now"

@@ -17,7 +17,7 @@ if [ -n "$foreign" ]; then
     failed=1
 fi
 
-hidden=$(grep -E 'rapidotio|rapidjson|PtrInternal|printDebug|parseJson|JobQueue|Semaphore|Async|normalizeToNfd|FrameNotation|GuardedRegex|LocaleGuard|placeInGrid' <<<"$exports" || true)
+hidden=$(grep -E '::Impl?(::|$)|rapidotio|rapidjson|PtrInternal|printDebug|parseJson|JobQueue|Semaphore|Async|normalizeToNfd|FrameNotation|GuardedRegex|LocaleGuard|placeInGrid' <<<"$exports" || true)
 if [ -n "$hidden" ]; then
     printf 'Exported, but internal:\n%s\n' "$hidden"
     failed=1

@@ -2,11 +2,13 @@
 // Copyright Contributors to the orlCore project
 #include "orlAnnotation.h"
 
+#include "internal/orlHidden.h"
+
 namespace ORL_0_81 {
 
 // Annotation
 
-class Annotation::Imp {
+class ORL_HIDDEN Annotation::Imp {
 public:
     Vector<SharedPtr<Layer>> m_layers;
     bool m_visible = true;
@@ -35,7 +37,7 @@ void Annotation::setVisible(bool visible) { m_imp->m_visible = visible; }
 
 // Layer
 
-class Annotation::Layer::Imp {
+class ORL_HIDDEN Annotation::Layer::Imp {
 public:
     FrameRange m_range;
     Color m_color;
@@ -85,7 +87,7 @@ void Annotation::Layer::setVisible(bool visible) { m_imp->m_visible = visible; }
 
 // Paint
 
-class Annotation::Paint::Imp {
+class ORL_HIDDEN Annotation::Paint::Imp {
 public:
     Vector<Point> m_points;
     Type m_type = Type();
@@ -134,7 +136,7 @@ void Annotation::Paint::setBrush(Brush brush) { m_imp->m_brush = brush; }
 
 // Text
 
-class Annotation::Text::Imp {
+class ORL_HIDDEN Annotation::Text::Imp {
 public:
     String m_text;
     Position m_position;

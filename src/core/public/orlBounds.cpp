@@ -4,6 +4,7 @@
 
 #include "internal/orlBoundsJson.h"
 #include "internal/orlFloatUtils.h"
+#include "internal/orlHidden.h"
 
 #include <algorithm>
 #include <cfloat>
@@ -62,7 +63,7 @@ bool readBounds(rapidjson::Value const& object, BoundsValues& values) {
     return true;
 }
 
-struct Bounds::Impl : BoundsValues {
+struct ORL_HIDDEN Bounds::Impl : BoundsValues {
     String toJson() const;
     Status fromJson(String const& text);
 

@@ -2,6 +2,7 @@
 // Copyright Contributors to the orlCore project
 #include "orlJobDispatcher.h"
 
+#include "internal/orlHidden.h"
 #include "internal/orlJobQueue.h"
 #include "orlPlatform.h"
 #include "orlString.h"
@@ -41,7 +42,7 @@ int JobDispatcher::JobBase::getPrerequisiteId() const { return m_prerequisiteId;
 // empty. Each new job wakes one, and whoever is awake stays so while the queue holds any job; so there are
 // always as many awake as there are jobs in the queue, or all. Those who wait for jobs to end are told of
 // each end, and of nothing else.
-class JobDispatcher::Imp {
+class ORL_HIDDEN JobDispatcher::Imp {
 public:
     Imp(unsigned long threadCount, char const* name) : m_threadCount(threadCount), m_name(name) {}
     Imp(Imp const&) = delete;

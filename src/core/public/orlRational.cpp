@@ -3,6 +3,7 @@
 #include "orlRational.h"
 
 #include "internal/orlFloatUtils.h"
+#include "internal/orlHidden.h"
 #include "internal/orlJson.h"
 
 #include <cstdint>
@@ -16,7 +17,7 @@ constexpr char DENOMINATOR_TAG[] = "denominator";
 
 } // namespace
 
-struct Rational::Impl {
+struct ORL_HIDDEN Rational::Impl {
     std::int32_t numerator = 0;
     std::uint32_t denominator = 0;
 

@@ -2,6 +2,8 @@
 // Copyright Contributors to the orlCore project
 #include "orlRefCounted.h"
 
+#include "internal/orlHidden.h"
+
 #include <atomic>
 
 namespace ORL_0_81 {
@@ -21,7 +23,7 @@ bool RefCountedST::decref() const { return --m_count == 0; }
 
 int RefCountedST::refcount() const { return m_count; }
 
-class RefCountedMT::Imp {
+class ORL_HIDDEN RefCountedMT::Imp {
 public:
     Imp() = default;
     Imp(Imp const&) = delete;

@@ -2,6 +2,7 @@
 // Copyright Contributors to the orlCore project
 #include "orlString.h"
 
+#include "internal/orlHidden.h"
 #include "private/orlPtr.h"
 
 #include <algorithm>
@@ -78,7 +79,7 @@ struct Replace {
 
 } // namespace
 
-class String::Imp {
+class ORL_HIDDEN String::Imp {
 public:
     static Hidden* hidden(String const& string) noexcept { return static_cast<Hidden*>(string.m_pointee); }
 

@@ -2,6 +2,8 @@
 // Copyright Contributors to the orlCore project
 #include "orlSubjectObserver.h"
 
+#include "internal/orlHidden.h"
+
 #include <atomic>
 #include <mutex>
 #include <set>
@@ -14,7 +16,7 @@ NotificationHint::NotificationHint(NotificationHint const&) = default;
 NotificationHint& NotificationHint::operator=(NotificationHint const&) = default;
 NotificationHint::~NotificationHint() = default;
 
-class Subject::Imp {
+class ORL_HIDDEN Subject::Imp {
 public:
     explicit Imp(Subject* owner) : m_owner(owner) {}
     Imp(Imp const& source, Subject* owner) : m_observers(source.m_observers), m_owner(owner) {}
@@ -43,7 +45,7 @@ public:
     std::atomic<Subject*> m_owner; // notify() reads it without the mutex
 };
 
-class Observer::Imp {
+class ORL_HIDDEN Observer::Imp {
 public:
     explicit Imp(Observer* owner) : m_owner(owner) {}
     Imp(Imp const& source, Observer* owner) : m_subjects(source.m_subjects), m_owner(owner) {}

@@ -2,6 +2,7 @@
 // Copyright Contributors to the orlCore project
 #include "orlTime.h"
 
+#include "internal/orlHidden.h"
 #include "internal/orlJson.h"
 
 #include <cfloat>
@@ -18,7 +19,7 @@ constexpr char DENOMINATOR_TAG[] = "denominator";
 
 } // namespace
 
-struct Time::Impl {
+struct ORL_HIDDEN Time::Impl {
     std::int64_t ticks = 0;
     Rational rate;
 

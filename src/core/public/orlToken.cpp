@@ -2,12 +2,14 @@
 // Copyright Contributors to the orlCore project
 #include "orlToken.h"
 
+#include "internal/orlHidden.h"
+
 #include <string>
 #include <utility>
 
 namespace ORL_0_81 {
 
-class Token::Imp {
+class ORL_HIDDEN Token::Imp {
 public:
     std::string m_name;
     std::string m_displayName;

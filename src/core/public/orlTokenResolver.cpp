@@ -2,6 +2,7 @@
 // Copyright Contributors to the orlCore project
 #include "orlTokenResolver.h"
 
+#include "internal/orlHidden.h"
 #include "orlSubjectObserver.h"
 
 #include <algorithm>
@@ -110,7 +111,7 @@ void keepFirstFailure(Status& status, Status const& next) {
 // Producers, tokens and their destructors are the application's, and may call back. So nothing that they
 // could take away is used after a call of theirs: what is called is held by a share, and places are looked up
 // anew.
-class TokenResolver::Imp : public Observer {
+class ORL_HIDDEN TokenResolver::Imp : public Observer {
 public:
     Imp(char open, char close) : m_open(open), m_close(close) {}
     Imp(Imp const& other) = default;

@@ -2,9 +2,11 @@
 // Copyright Contributors to the orlCore project
 #include "orlURLHandler.h"
 
+#include "internal/orlHidden.h"
+
 namespace ORL_0_81 {
 
-class URLHandler::ResolvedUrl::Imp {
+class ORL_HIDDEN URLHandler::ResolvedUrl::Imp {
 public:
     String m_resolvedPath;
     String m_originalFilename;

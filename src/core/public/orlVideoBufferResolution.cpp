@@ -4,6 +4,7 @@
 
 #include "internal/orlBoundsJson.h"
 #include "internal/orlFloatUtils.h"
+#include "internal/orlHidden.h"
 #include "rapidotio/internal/orlOtioParsing.h"
 
 #include <cmath>
@@ -65,7 +66,7 @@ long long multiply(long long left, long long right) {
 
 } // namespace
 
-struct VideoBufferResolution::Impl {
+struct ORL_HIDDEN VideoBufferResolution::Impl {
     std::int32_t width = 0;
     std::int32_t height = 0;
     String scanFormat;
