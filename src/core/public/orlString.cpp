@@ -577,8 +577,7 @@ void String::resize(unsigned long n, char c) {
 }
 
 void String::shrink_to_fit() {
-    // The request that C++17 spells reserve(0); newer standard libraries ignore it under that name.
-    Imp::changeSize(*this, 0, [](Hidden& text) { text.shrink_to_fit(); });
+    Imp::changeSize(*this, 0, [](Hidden& text) { text.reserve(0); });
 }
 
 void String::clear() noexcept { Imp::take(*this); }

@@ -306,7 +306,8 @@ public:
     void resize(unsigned long n);
     void resize(unsigned long n, char c);
 
-    /// Asks the hidden string to give back room that it doesn't need.
+    /// Is `reserve(0)` of the hidden string. The standard took that for a request to give back room until C++17, and
+    /// takes it for none since; so do the libraries.
     void shrink_to_fit();
 
     /// Becomes the empty representation. Copies nothing, even if the hidden string is shared.

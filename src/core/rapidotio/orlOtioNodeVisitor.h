@@ -19,6 +19,9 @@ class GapNode;
 /// Nothing but an exception ends a walk early.
 class NodeVisitor {
 public:
+    NodeVisitor() = default;
+    NodeVisitor(NodeVisitor const&) = default;
+    NodeVisitor& operator=(NodeVisitor const&) = default;
     virtual ~NodeVisitor();
 
     virtual void visitTimelineNode(TimelineNode& node);
@@ -35,11 +38,6 @@ public:
     virtual void postVisitEffectNode(EffectNode& node);
     virtual void visitGapNode(GapNode& node);
     virtual void postVisitGapNode(GapNode& node);
-
-protected:
-    NodeVisitor() = default;
-    NodeVisitor(NodeVisitor const&) = default;
-    NodeVisitor& operator=(NodeVisitor const&) = default;
 };
 
 } // namespace ORL_0_81::rapidotio

@@ -72,6 +72,10 @@ TEST(OtioNodeVisitor, DoesNothingByDefault) {
     std::string output;
     ASSERT_TRUE(VisitorHelper::visit(text, other, &output));
     EXPECT_EQ(other.events.size(), 12U);
+    NodeVisitor visitor;
+    std::string const before = output;
+    ASSERT_TRUE(VisitorHelper::visit(text, visitor, &output));
+    EXPECT_EQ(output, before);
     EXPECT_EQ(normalized(text), output);
 }
 
