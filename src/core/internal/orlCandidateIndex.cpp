@@ -16,7 +16,7 @@ using Key = FrameScanner::Key;
 
 // Places are dealt out to buckets by their keys while they are found, so that each bucket can be grouped
 // within a core's own cache however many names there are. About this many are to be in one.
-constexpr std::size_t BUCKET_SIZE = 2048;
+constexpr std::size_t BUCKET_SIZE = 8192;
 constexpr unsigned int MAX_BUCKET_BITS = 12; // more, and the dealing out suffers
 
 // How far ahead of its use memory is asked for, step by step.
@@ -122,6 +122,9 @@ void CandidateIndex::findPlaces(Key mask) {
     Peculiar peculiar;
     skeletons.reserve(size());
     for (Index name = 0; name < size(); ++name) {
+        if (name + AHEAD < size()) {
+            prefetchText(name + AHEAD);
+        }
         m_names[name].firstPlain = placeCount() & LIMIT;
         skeletons.push_back(0);
         if (!scanner.findPlainPlaces(this->name(name), places)) {
@@ -240,21 +243,44 @@ void CandidateIndex::groupBucket(Bucket const& bucket, KeyNumbers& numbers) {
     });
 }
 
-// Compares the places of each group with its first.
+// Compares the places of each group with its first. What there is to know of the first ones is brought together
+// before, for otherwise each place would lead to four others.
 void CandidateIndex::checkInOrder() {
+    struct First {
+        char const* text;
+        char const* textBehind; // the place
+        Index before;           // as many characters
+        Index behind;
+    };
+    std::vector<First> firsts;
+    firsts.reserve(m_groups.size());
     for (Index group = 0; group < m_groups.size(); ++group) {
         m_groups[group].isChecked = 1;
+        Index const index = m_members[m_groups[group].first];
+        Place const& place = m_places[index];
+        Name const& name = m_names[place.name];
+        auto const end = static_cast<Index>(place.position + lengthOf(index));
+        firsts.push_back({name.text, name.text + end, place.position, name.size - end});
     }
     for (Index index = 0; index < placeCount(); ++index) {
+        if (Index const ahead = index + AHEAD; ahead < placeCount()) {
+            Place const& place = m_places[ahead];
+            prefetchText(place.name);
+            if (place.group != NONE) {
+                prefetch(firsts[place.group].text);
+            }
+        }
         Place const& place = m_places[index];
         if (place.group == NONE) {
             continue;
         }
-        Group& group = m_groups[place.group];
-        Index const first = m_members[group.first];
-        if (group.isChecked != 0 &&
-            !fits(index, m_places[first].name, {m_places[first].position, lengthOf(first)})) {
-            group.isChecked = 0;
+        First const& first = firsts[place.group];
+        Name const& name = m_names[place.name];
+        std::size_t const end = place.position + lengthOf(index);
+        if (place.position != first.before || name.size - end != first.behind ||
+            std::memcmp(name.text, first.text, first.before) != 0 ||
+            std::memcmp(name.text + end, first.textBehind, first.behind) != 0) {
+            m_groups[place.group].isChecked = 0;
         }
     }
 }
