@@ -22,7 +22,14 @@ constexpr unsigned int MAX_BUCKET_BITS = 12; // more, and the dealing out suffer
 // How far ahead of its use memory is asked for, step by step.
 constexpr CandidateIndex::Index AHEAD = 8;
 
-void prefetch(void const* address) { __builtin_prefetch(address); }
+// How many entries of a bucket come into a core's cache at once, nearly everywhere.
+constexpr std::size_t ENTRIES_OF_LINE = 8;
+
+void prefetch(void const* address) {
+    __builtin_prefetch(address);
+    // Without it g++ 12 takes a function that does nothing else for one without effects, and leaves out calls of it.
+    __asm__ volatile("");
+}
 
 // With up to so many places for a name, most of them are compared with others sooner or later: then it is better
 // done in the order in which their texts stand in memory.
@@ -98,14 +105,15 @@ void CandidateIndex::Names::append(std::string_view name) {
     if (name.size() >= NONE) {
         throw std::length_error(TOO_MUCH);
     }
-    m_names.push_back({name.data(), static_cast<Index>(name.size()), 0, 0});
+    m_names.push_back({name.data(), static_cast<Index>(name.size()), 0});
 }
 
 CandidateIndex::CandidateIndex(Names names, Key keyMask) : m_names(std::move(names.m_names)) {
     if (m_names.size() >= NONE) {
         throw std::length_error(TOO_MUCH);
     }
-    m_names.push_back({nullptr, 0, 0, 0});
+    m_names.push_back({nullptr, 0, 0});
+    m_isClaimed.resize(size());
     findPlaces(keyMask);
     groupPlaces();
 }
@@ -125,7 +133,7 @@ void CandidateIndex::findPlaces(Key mask) {
         if (name + AHEAD < size()) {
             prefetchText(name + AHEAD);
         }
-        m_names[name].firstPlain = placeCount() & LIMIT;
+        m_names[name].firstPlain = placeCount();
         skeletons.push_back(0);
         if (!scanner.findPlainPlaces(this->name(name), places)) {
             continue;
@@ -141,7 +149,7 @@ void CandidateIndex::findPlaces(Key mask) {
             }
         }
     }
-    m_names[size()].firstPlain = placeCount() & LIMIT;
+    m_names[size()].firstPlain = placeCount();
     if (!peculiar.keys.empty()) {
         findHiddenPlaces(peculiar, skeletons, mask);
     }
@@ -171,7 +179,7 @@ void CandidateIndex::findHiddenPlaces(Peculiar const& peculiar, std::vector<Skel
 }
 
 void CandidateIndex::addPlace(Index name, FrameScanner::Place const& place, Key key) {
-    if (m_places.size() >= LIMIT) {
+    if (m_places.size() >= NONE) {
         throw std::length_error(TOO_MUCH);
     }
     Bucket& bucket = m_buckets[m_bucketBits == 0 ? 0 : spread(key) >> (64 - m_bucketBits)];
@@ -200,16 +208,24 @@ void CandidateIndex::groupPlaces() {
     }
 }
 
-template <class Visit>
-void CandidateIndex::forEachEntry(Bucket const& bucket, Visit const& visit) {
+// Asks for each entry's memory some entries ahead; for a chunk's own as soon as the one before it is begun.
+template <class Ask, class Visit>
+void CandidateIndex::forEachEntry(Bucket const& bucket, Ask const& ask, Visit const& visit) {
     Index left = bucket.size;
     for (Index chunk = bucket.first; chunk != NONE; chunk = m_chunks[chunk].next) {
         Entry* const entries = m_chunks[chunk].entries;
         Index const count = std::min<Index>(Chunk::SIZE, left);
         left -= count;
+        Entry const* const next = left > 0 ? m_chunks[m_chunks[chunk].next].entries : nullptr;
+        for (std::size_t i = 0; next && i < Chunk::SIZE; i += ENTRIES_OF_LINE) {
+            prefetch(next + i);
+        }
         for (Index i = 0; i < count; ++i) {
-            if (i + AHEAD < count) {
-                prefetch(&m_places[entries[i + AHEAD].place]);
+            Index const ahead = i + AHEAD;
+            if (ahead < count) {
+                ask(entries[ahead]);
+            } else if (ahead - count < left) {
+                ask(next[ahead - count]);
             }
             visit(entries[i]);
         }
@@ -219,11 +235,13 @@ void CandidateIndex::forEachEntry(Bucket const& bucket, Visit const& visit) {
 // Within a bucket, and so within a group, places stay in their order.
 void CandidateIndex::groupBucket(Bucket const& bucket, KeyNumbers& numbers) {
     numbers.clear();
-    forEachEntry(bucket, [&numbers](Entry& entry) {
+    auto const count = [&numbers](Entry& entry) {
         Index const number = numbers.numberOf(entry.key);
         ++numbers.values[number];
         entry.key = number; // so that it need not be looked up again
-    });
+    };
+    forEachEntry(
+        bucket, [](Entry const&) {}, count);
     // From now on a key's value is its group.
     for (Index& value : numbers.values) {
         Index const size = value;
@@ -234,7 +252,8 @@ void CandidateIndex::groupBucket(Bucket const& bucket, KeyNumbers& numbers) {
         value = addGroup(m_memberCount, 0, size);
         m_memberCount += size;
     }
-    forEachEntry(bucket, [this, &numbers](Entry const& entry) {
+    auto const ask = [this](Entry const& entry) { prefetch(&m_places[entry.place]); };
+    forEachEntry(bucket, ask, [this, &numbers](Entry const& entry) {
         if (Index const number = numbers.values[entry.key]; number != NONE) {
             m_places[entry.place].group = number;
             Group& group = m_groups[number];
@@ -261,6 +280,7 @@ void CandidateIndex::checkInOrder() {
         Name const& name = m_names[place.name];
         auto const end = static_cast<Index>(place.position + lengthOf(index));
         firsts.push_back({name.text, name.text + end, place.position, name.size - end});
+        m_narrowest[group] = static_cast<unsigned char>(end - place.position);
     }
     for (Index index = 0; index < placeCount(); ++index) {
         if (Index const ahead = index + AHEAD; ahead < placeCount()) {
@@ -276,7 +296,9 @@ void CandidateIndex::checkInOrder() {
         }
         First const& first = firsts[place.group];
         Name const& name = m_names[place.name];
-        std::size_t const end = place.position + lengthOf(index);
+        std::size_t const length = lengthOf(index);
+        std::size_t const end = place.position + length;
+        m_narrowest[place.group] = std::min(m_narrowest[place.group], static_cast<unsigned char>(length));
         if (place.position != first.before || name.size - end != first.behind ||
             std::memcmp(name.text, first.text, first.before) != 0 ||
             std::memcmp(name.text + end, first.textBehind, first.behind) != 0) {
@@ -322,7 +344,7 @@ void CandidateIndex::claim(Index index) {
     if (isClaimed(index)) {
         return;
     }
-    m_names[index].isClaimed = 1;
+    m_isClaimed[index] = true;
     Index const end = m_names[index + 1].firstPlain;
     for (Index place = m_names[index].firstPlain; place < end; ++place) {
         leaveGroup(place);
@@ -352,12 +374,9 @@ void CandidateIndex::prefetchText(Index index) const {
     prefetch(name.text + name.size);
 }
 
-void CandidateIndex::prefetchGroups(Index index) const {
-    Index const end = m_names[index + 1].firstPlain;
-    for (Index place = m_names[index].firstPlain; place < end; ++place) {
-        if (Index const group = m_places[place].group; group != NONE) {
-            prefetch(&m_groups[group]);
-        }
+void CandidateIndex::prefetchGroup(Index place) const {
+    if (Index const group = m_places[place].group; group != NONE) {
+        prefetch(&m_groups[group]);
     }
 }
 
@@ -365,7 +384,10 @@ void CandidateIndex::lookAhead(Index index) const {
     if (index + 2 * AHEAD >= size()) {
         return;
     }
-    prefetchGroups(index + 2 * AHEAD);
+    Index const far = index + 2 * AHEAD;
+    for (Index place = m_names[far].firstPlain; place < m_names[far + 1].firstPlain; ++place) {
+        prefetchGroup(place);
+    }
     Index const near = index + AHEAD;
     for (Index place = m_names[near].firstPlain; place < m_names[near + 1].firstPlain; ++place) {
         if (Index const group = m_places[place].group; group != NONE) {
@@ -387,6 +409,7 @@ bool CandidateIndex::mayHavePartners(Index index) const {
 CandidateIndex::Index CandidateIndex::addGroup(Index first, Index size, Index unclaimed) {
     auto const group = static_cast<Index>(m_groups.size());
     m_groups.append() = {first, size, unclaimed, NO_RUNS, 0};
+    m_narrowest.push_back(0);
     return group;
 }
 
@@ -407,11 +430,11 @@ CandidateIndex::Index CandidateIndex::count(Index index, std::size_t field, Span
     return group->unclaimed;
 }
 
-// The names of a group can stand anywhere, so their memory is asked for some members ahead: a member's place,
-// then its name, then what the caller wants of the name, in two steps.
-template <class AskFor, class AskForMore, class Visit>
-void CandidateIndex::forEachMember(Group const& group, AskFor const& askFor, AskForMore const& askForMore,
-                                   Visit const& visit) {
+// The places of a group can stand anywhere, and so can their names: what is wanted of a member is asked for in up to three
+// steps, each some members ahead of the next.
+template <class Ask1, class Ask2, class Ask3, class Visit>
+void CandidateIndex::forEachMember(Group const& group, Ask1 const& ask1, Ask2 const& ask2, Ask3 const& ask3,
+                                   Visit const& visit) const {
     Index const* const members = m_members.get() + group.first;
     Index const size = group.size;
     if (size <= AHEAD) {
@@ -420,22 +443,18 @@ void CandidateIndex::forEachMember(Group const& group, AskFor const& askFor, Ask
         }
         return;
     }
-    auto const nameOf = [this, members](Index member) { return m_places[members[member]].name; };
-    for (Index ahead = 0; ahead < size + 4 * AHEAD; ++ahead) {
+    for (Index ahead = 0; ahead < size + 3 * AHEAD; ++ahead) {
         if (ahead < size) {
-            prefetch(&m_places[members[ahead]]);
+            ask1(members[ahead]);
         }
         if (ahead >= AHEAD && ahead - AHEAD < size) {
-            prefetch(&m_names[nameOf(ahead - AHEAD)]);
+            ask2(members[ahead - AHEAD]);
         }
         if (ahead >= 2 * AHEAD && ahead - 2 * AHEAD < size) {
-            askFor(nameOf(ahead - 2 * AHEAD));
+            ask3(members[ahead - 2 * AHEAD]);
         }
-        if (ahead >= 3 * AHEAD && ahead - 3 * AHEAD < size) {
-            askForMore(nameOf(ahead - 3 * AHEAD));
-        }
-        if (ahead >= 4 * AHEAD) {
-            visit(members[ahead - 4 * AHEAD]);
+        if (ahead >= 3 * AHEAD) {
+            visit(members[ahead - 3 * AHEAD]);
         }
     }
 }
@@ -445,27 +464,32 @@ void CandidateIndex::check(Index group, Index index, Span const& span) {
     Group& checked = m_groups[group];
     Index* const members = m_members.get() + checked.first;
     bool const isChecked = checked.isChecked != 0;
+    std::size_t const around = m_names[index].size - span.length;
+    std::size_t narrowest = span.length;
     std::vector<Index> strangers;
     Index kept = 0;
-    auto const askForText = [this, isChecked](Index name) {
+    auto const askForPlace = [this](Index member) { prefetch(&m_places[member]); };
+    auto const askForName = [this](Index member) { prefetch(&m_names[m_places[member].name]); };
+    auto const askForText = [this, isChecked](Index member) {
         if (!isChecked) {
-            prefetchText(name);
+            prefetchText(m_places[member].name);
         }
     };
-    forEachMember(
-        checked, askForText, [](Index) {},
-        [&](Index member) {
-            if (isClaimed(m_places[member].name)) {
-                return;
-            }
-            if (isChecked || fits(member, index, span)) {
-                members[kept++] = member;
-            } else {
-                strangers.push_back(member);
-            }
-        });
+    forEachMember(checked, askForPlace, askForName, askForText, [&](Index member) {
+        Index const name = m_places[member].name;
+        if (isClaimed(name)) {
+            return;
+        }
+        if (isChecked || fits(member, index, span)) {
+            members[kept++] = member;
+            narrowest = std::min(narrowest, m_names[name].size - around);
+        } else {
+            strangers.push_back(member);
+        }
+    });
     checked.size = checked.unclaimed = kept;
     checked.isChecked = 1;
+    m_narrowest[group] = static_cast<unsigned char>(narrowest);
     if (!strangers.empty()) {
         splitOff(strangers, checked.first + kept);
     }
@@ -523,7 +547,7 @@ int CandidateIndex::run(Index index, std::size_t field) {
     bool isAskedAgain = true;
     if (group->runs == NO_RUNS) {
         isAskedAgain = false;
-        group->runs = static_cast<Index>(m_runs.size()) & LIMIT;
+        group->runs = static_cast<Index>(m_runs.size()) & NO_RUNS;
         m_runs.push_back({std::numeric_limits<std::int32_t>::max(), nullptr});
     }
     Runs& runs = m_runs[group->runs];
@@ -570,50 +594,73 @@ bool CandidateIndex::hasRun(Index index, std::size_t field, int atLeast) {
     return run(index, field) >= atLeast;
 }
 
+// Of the frames of the unclaimed names of a group that fit a field of the name.
+std::size_t CandidateIndex::narrowestOf(Index number, Index index, Span const& span) const {
+    Group const& group = m_groups[number];
+    if (group.isChecked != 0 && group.unclaimed == group.size) {
+        return m_narrowest[number];
+    }
+    std::size_t const around = m_names[index].size - span.length;
+    std::size_t narrowest = span.length;
+    for (Index i = 0; i < group.size; ++i) {
+        if (Index const name = m_places[m_members[group.first + i]].name; !isClaimed(name)) {
+            narrowest = std::min(narrowest, m_names[name].size - around);
+        }
+    }
+    return narrowest;
+}
+
 std::size_t CandidateIndex::claimAll(Index index, std::size_t field, Span const& span,
                                      std::vector<Index>* claimed) {
-    Group* const group = groupOf(index, field);
-    if (!group) {
+    Index const number = m_places[m_names[index].firstPlain + field].group;
+    if (number == NONE || m_groups[number].unclaimed == 1) {
         claim(index);
         if (claimed) {
             claimed->push_back(index);
         }
         return span.length;
     }
-    if (group->runs != NO_RUNS) {
-        m_runs[group->runs].frames.reset(); // nobody asks for it any more
+    Group& group = m_groups[number];
+    if (group.runs != NO_RUNS) {
+        m_runs[group.runs].frames.reset(); // nobody asks for it any more
     }
-    std::size_t const around = m_names[index].size - span.length;
-    std::size_t narrowest = span.length;
-    auto const isOnlyPlace = [this](Index name) {
-        return m_firstHidden.empty() && m_names[name + 1].firstPlain - m_names[name].firstPlain == 1;
-    };
-    auto const askForPlaces = [this, &isOnlyPlace](Index name) {
-        if (!isOnlyPlace(name)) {
-            prefetch(&m_places[m_names[name].firstPlain]);
+    std::size_t const narrowest = narrowestOf(number, index, span);
+    // Where there are no hidden places, all members have as many fields as this name and the same of them in this group,
+    // for they differ in nothing else. So their places are known without a look at their names.
+    bool const hasHidden = !m_firstHidden.empty();
+    auto const before = static_cast<Index>(field);
+    Index const count = m_names[index + 1].firstPlain - m_names[index].firstPlain;
+    auto const askForPlaces = [&](Index member) {
+        prefetch(&m_places[member]);
+        if (!hasHidden) {
+            prefetch(&m_places[member - before]);
+            prefetch(&m_places[member - before + count - 1]);
         }
     };
-    auto const askForGroups = [this, &isOnlyPlace](Index name) {
-        if (!isOnlyPlace(name)) {
-            prefetchGroups(name);
+    auto const askForGroups = [&](Index member) {
+        for (Index i = 0; !hasHidden && i < count; ++i) {
+            prefetchGroup(member - before + i);
         }
     };
-    forEachMember(*group, askForPlaces, askForGroups, [&](Index member) {
-        Index const other = m_places[member].name;
-        if (isClaimed(other)) {
-            return;
-        }
-        narrowest = std::min<std::size_t>(narrowest, m_names[other].size - around);
-        if (isOnlyPlace(other)) {
-            m_names[other].isClaimed = 1;
-            --group->unclaimed;
-        } else {
-            claim(other);
-        }
-        if (claimed) {
-            claimed->push_back(other);
-        }
-    });
+    forEachMember(
+        group, askForPlaces, askForGroups, [](Index) {},
+        [&](Index member) {
+            Index const name = m_places[member].name;
+            if (isClaimed(name)) {
+                return;
+            }
+            if (claimed) {
+                claimed->push_back(name);
+            }
+            if (hasHidden) {
+                claim(name);
+                return;
+            }
+            m_isClaimed[name] = true;
+            for (Index i = 0; i < count; ++i) {
+                leaveGroup(member - before + i);
+            }
+        });
     return narrowest;
 }
 

@@ -23,9 +23,13 @@ namespace ORL_0_81 {
 ///
 /// The places where a frame can stand (see FrameScanner) are grouped by what stands around them, once for all
 /// names. A group is only looked at when a name asks for it: then the names in it are compared with that
-/// name, and what merely has the same key becomes a group of its own. But where no name has more than a place or so,
-/// nearly all of them would be asked for, and all are compared beforehand, name by name. Each group counts its unclaimed names;
-/// its frames are sorted when their run is first asked for, and kept up to date from then on.
+/// name, and what merely has the same key becomes a group of its own. But where names have no more than a
+/// place each, nearly all groups would be asked for, and all are compared beforehand, name by name. Each group
+/// counts its unclaimed names; its frames are sorted when their run is first asked for, and kept up to date
+/// from then on.
+///
+/// With a million names it is the memory that takes the time. So what is kept of a name or a place is small and
+/// stands together, and whoever goes through many of them asks for their memory some steps ahead.
 ///
 /// Names with a backslash are in no group: what they look like to a pattern is not told by their text alone,
 /// and no pattern of a name without one can match them.
@@ -35,12 +39,11 @@ public:
     using Span = FrameNotation::Span;
 
 private:
-    // A name, and what is asked for together with it: where its places begin, and whether it is claimed.
+    // A name, and where its places begin.
     struct Name {
         char const* text;
         Index size;
-        Index firstPlain : 31;
-        Index isClaimed : 1;
+        Index firstPlain;
     };
 
 public:
@@ -75,7 +78,7 @@ public:
         std::vector<Name> m_names;
     };
 
-    /// Throws `std::length_error` for more names or places than it can number: two thousand millions.
+    /// Throws `std::length_error` for more names or places than 32 bits can number.
     ///
     /// \param keyMask Which bits of a key are looked at. With fewer than all, more names are mistaken for
     ///     each other at first; for tests.
@@ -86,7 +89,7 @@ public:
 
     std::string_view name(Index index) const { return {m_names[index].text, m_names[index].size}; }
 
-    bool isClaimed(Index index) const { return m_names[index].isClaimed != 0; }
+    bool isClaimed(Index index) const { return m_isClaimed[index]; }
 
     /// Takes a name out, if it is still in.
     void claim(Index index);
@@ -110,7 +113,7 @@ public:
     /// equal the run never becomes longer again.
     bool hasRun(Index index, std::size_t field, int atLeast);
 
-    /// Takes those names out, itself included. To be asked after count().
+    /// Takes those names out, itself included. To be asked after count() of the same field.
     ///
     /// \param claimed If not null, their numbers are appended.
     /// \returns the width of the narrowest of their frames.
@@ -119,9 +122,6 @@ public:
 
 private:
     static constexpr Index NONE = ~Index{0};
-
-    // What fits into the 31 bits that some numbers have.
-    static constexpr Index LIMIT = ~Index{0} >> 1U;
 
     // A place in a name where a frame can stand, with its frame and the group it is in: NONE where no other place
     // has the same key.
@@ -179,7 +179,7 @@ private:
         Index runs : 31; // in m_runs, NO_RUNS until they are first asked for
         Index isChecked : 1;
     };
-    static constexpr Index NO_RUNS = LIMIT;
+    static constexpr Index NO_RUNS = NONE >> 1U;
 
     // What is known of the runs of a group's frames.
     struct Runs {
@@ -202,28 +202,30 @@ private:
     void addPlace(Index name, FrameScanner::Place const& place, FrameScanner::Key key);
     Index placeCount() const { return static_cast<Index>(m_places.size()); }
     void groupPlaces();
-    template <class Visit>
-    void forEachEntry(Bucket const& bucket, Visit const& visit);
+    template <class Ask, class Visit>
+    void forEachEntry(Bucket const& bucket, Ask const& ask, Visit const& visit);
     void groupBucket(Bucket const& bucket, KeyNumbers& numbers);
     void checkInOrder();
 
     Index addGroup(Index first, Index size, Index unclaimed);
     Group* groupOf(Index index, std::size_t field);
     void leaveGroup(Index place);
-    template <class AskFor, class AskForMore, class Visit>
-    void forEachMember(Group const& group, AskFor const& askFor, AskForMore const& askForMore,
-                       Visit const& visit);
+    template <class Ask1, class Ask2, class Ask3, class Visit>
+    void forEachMember(Group const& group, Ask1 const& ask1, Ask2 const& ask2, Ask3 const& ask3,
+                       Visit const& visit) const;
     void check(Index group, Index index, Span const& span);
+    std::size_t narrowestOf(Index group, Index index, Span const& span) const;
     bool fits(Index place, Index index, Span const& span);
     std::size_t lengthOf(Index place) const;
     void splitOff(std::vector<Index> const& places, Index first);
 
     void prefetchText(Index index) const;
-    void prefetchGroups(Index index) const;
+    void prefetchGroup(Index place) const;
 
     // The places of a name stand together: the plain ones, then, behind those of all names, the hidden ones if there
     // are any.
     std::vector<Name> m_names; // and one behind the last, which tells where the plain places end
+    std::vector<bool> m_isClaimed;
     PagedArray<Place> m_places;
     std::vector<Index> m_firstHidden; // by name, and behind the last; empty if no name has any
     std::vector<unsigned char> m_hiddenLengths;
@@ -232,7 +234,8 @@ private:
     PagedArray<Chunk> m_chunks;
     unsigned int m_bucketBits = 0;
     PagedArray<Group> m_groups;
-    std::unique_ptr<Index[]> m_members; // room for all places
+    std::vector<unsigned char> m_narrowest; // of the frames that a group had when it was last checked
+    std::unique_ptr<Index[]> m_members;     // room for all places
     Index m_memberCount = 0;
     std::vector<Runs> m_runs;
 

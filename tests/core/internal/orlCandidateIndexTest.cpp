@@ -203,6 +203,36 @@ TEST(CandidateIndex, TellsNamesOfOneNumberApartThatOnlyLookAlike) {
     EXPECT_EQ(index.run(0, 0), 2);
 }
 
+TEST(CandidateIndex, ClaimsTheLastOfAGroupOfStrangersAlone) {
+    // All places have one key, and the front is the only name left when its group would first be compared.
+    std::vector<std::string> names = {"a1"};
+    for (int i = 0; i < 100; ++i) {
+        names.push_back(std::string(static_cast<std::size_t>(i % 5), 'b') + std::to_string(i) + "c" +
+                        std::to_string(i));
+    }
+    CandidateIndex index({names.begin(), names.end()}, 0);
+    for (CandidateIndex::Index other = 1; other < index.size(); ++other) {
+        index.claim(other);
+    }
+    EXPECT_EQ(index.count(0, 0, {1, 1}), 1U);
+    std::vector<CandidateIndex::Index> claimed;
+    EXPECT_EQ(index.claimAll(0, 0, {1, 1}, &claimed), 1U);
+    EXPECT_EQ(claimed, std::vector<CandidateIndex::Index>{0});
+    EXPECT_TRUE(index.isClaimed(0));
+}
+
+TEST(CandidateIndex, TellsTheNarrowestOfThoseThatAreLeft) {
+    CandidateIndex index({"a1_1", "a22_1", "a333_1", "a1_2", "b"});
+    EXPECT_EQ(index.count(2, 0, {1, 3}), 3U);
+    index.claim(0);
+    EXPECT_EQ(index.count(2, 0, {1, 3}), 2U);
+    EXPECT_EQ(index.claimAll(2, 0, {1, 3}), 2U);
+    CandidateIndex whole({"a333_1", "a22_1", "a1_1", "a1_2"});
+    EXPECT_EQ(whole.count(0, 0, {1, 3}), 3U);
+    EXPECT_EQ(whole.claimAll(0, 0, {1, 3}), 1U);
+    EXPECT_EQ(whole.count(3, 1, {3, 1}), 1U);
+}
+
 TEST(CandidateIndex, TakesNamesOneByOne) {
     CandidateIndex::Names names;
     EXPECT_TRUE(names.isEmpty());
