@@ -245,7 +245,8 @@ std::string describeMistake(CLI::App const& app, CLI::ParseError const& error) {
         return printable(error.what());
     }
     unmark(rest.front());
-    return inQuotes(rest.front()) + " : No such " + (rest.front().rfind("-", 0) == 0 ? "option" : "command");
+    return inQuotes(rest.front()) + " : No such " +
+           (rest.front().compare(0, 1, "-") == 0 ? "option" : "command");
 }
 
 int run(std::vector<std::string> arguments, Streams const& streams) {

@@ -430,8 +430,8 @@ CandidateIndex::Index CandidateIndex::count(Index index, std::size_t field, Span
     return group->unclaimed;
 }
 
-// The places of a group can stand anywhere, and so can their names: what is wanted of a member is asked for in up to three
-// steps, each some members ahead of the next.
+// The places of a group can stand anywhere, and so can their names: what is wanted of a member is asked for in
+// up to three steps, each some members ahead of the next.
 template <class Ask1, class Ask2, class Ask3, class Visit>
 void CandidateIndex::forEachMember(Group const& group, Ask1 const& ask1, Ask2 const& ask2, Ask3 const& ask3,
                                    Visit const& visit) const {
@@ -625,8 +625,8 @@ std::size_t CandidateIndex::claimAll(Index index, std::size_t field, Span const&
         m_runs[group.runs].frames.reset(); // nobody asks for it any more
     }
     std::size_t const narrowest = narrowestOf(number, index, span);
-    // Where there are no hidden places, all members have as many fields as this name and the same of them in this group,
-    // for they differ in nothing else. So their places are known without a look at their names.
+    // Where there are no hidden places, all members have as many fields as this name and the same of them in
+    // this group, for they differ in nothing else. So their places are known without a look at their names.
     bool const hasHidden = !m_firstHidden.empty();
     auto const before = static_cast<Index>(field);
     Index const count = m_names[index + 1].firstPlain - m_names[index].firstPlain;
