@@ -88,10 +88,6 @@ public:
         return string.m_pointee ? *hidden(string) : getEmptyString();
     }
 
-    static std::string_view part(String const& string, unsigned long pos, unsigned long len) {
-        return std::string_view(getImpl(string)).substr(pos, len);
-    }
-
     template <class... Arguments>
     static Ptr<Hidden> make(Arguments const&... arguments) {
         return Ptr<Hidden>(new Hidden(arguments...));
@@ -291,22 +287,22 @@ int String::compare(String const& str) const noexcept {
 }
 
 int String::compare(unsigned long pos, unsigned long len, String const& str) const {
-    return compareBytes(Imp::part(*this, pos, len), Imp::getImpl(str));
+    return Imp::getImpl(*this).compare(pos, len, Imp::getImpl(str));
 }
 
 int String::compare(unsigned long pos, unsigned long len, String const& str, unsigned long subpos,
                     unsigned long sublen) const {
-    return compareBytes(Imp::part(*this, pos, len), Imp::part(str, subpos, sublen));
+    return Imp::getImpl(*this).compare(pos, len, Imp::getImpl(str), subpos, sublen);
 }
 
-int String::compare(char const* s) const { return compareBytes(Imp::getImpl(*this), s); }
+int String::compare(char const* s) const { return Imp::getImpl(*this).compare(s); }
 
 int String::compare(unsigned long pos, unsigned long len, char const* s) const {
-    return compareBytes(Imp::part(*this, pos, len), s);
+    return Imp::getImpl(*this).compare(pos, len, s);
 }
 
 int String::compare(unsigned long pos, unsigned long len, char const* s, unsigned long n) const {
-    return compareBytes(Imp::part(*this, pos, len), std::string_view(s, n));
+    return Imp::getImpl(*this).compare(pos, len, s, n);
 }
 
 bool String::operator==(String const& other) const noexcept { return compare(other) == 0; }

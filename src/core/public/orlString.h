@@ -125,9 +125,11 @@ public:
     /// @{
 
     /// Byte by byte, unsigned. The result is that of the first bytes that differ, as `memcmp` gives it; if
-    /// there are none, it is -1, 0 or 1 by length. A `pos` beyond the end throws; a `len` or `sublen` beyond
-    /// it means all the rest.
+    /// there are none, it is -1, 0 or 1 by length.
     int compare(String const& str) const noexcept;
+
+    /// As the hidden string compares: by sign the same, but the number is its own. A `pos` beyond the end
+    /// throws; a `len` or `sublen` beyond it means all the rest.
     int compare(unsigned long pos, unsigned long len, String const& str) const;
     int compare(unsigned long pos, unsigned long len, String const& str, unsigned long subpos,
                 unsigned long sublen = npos) const;
