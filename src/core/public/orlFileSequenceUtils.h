@@ -93,8 +93,8 @@ public:
     ///
     /// About linear in the length of all names; a name with a backslash that is not single costs a pass of
     /// its own. Runs on the caller's thread, but for expressions and patterns that need more stack than
-    /// callers have: those wait for a thread of their own. A name of 4 GB or more, or two thousand million
-    /// places for frames in all, throws `std::length_error`.
+    /// callers have: those wait for a thread of their own. A name of 4 GB or more, or as many places for
+    /// frames in all, throws `std::length_error`.
     static Status getSequencesInFileList(List<String> const& names, Vector<String>& sequences,
                                          String const& filter);
 
