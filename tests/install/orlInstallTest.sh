@@ -15,7 +15,7 @@ diff -u "$(dirname "$0")/installed-files.txt" - <<<"$found"
 # The library is known by its file's name, which holds its version.
 for library in "$prefix"/lib*/liborl*.so "$prefix"/lib/*/liborl*.so; do
     [ -e "$library" ] || continue
-    readelf -d "$library" | grep -qF "Library soname: [${library##*/}]" || {
+    readelf -d "$library" | grep -F "Library soname: [${library##*/}]" >/dev/null || {
         echo "$library has another SONAME"
         exit 1
     }
