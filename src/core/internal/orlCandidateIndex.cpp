@@ -31,6 +31,8 @@ void prefetch(void const* address) {
     __asm__ volatile("");
 }
 
+void askForNothing(CandidateIndex::Index /*member*/) {}
+
 // With up to so many places for a name, most of them are compared with others sooner or later: then it is better
 // done in the order in which their texts stand in memory.
 constexpr CandidateIndex::Index FEW_PLACES = 1;
@@ -594,10 +596,10 @@ bool CandidateIndex::hasRun(Index index, std::size_t field, int atLeast) {
     return run(index, field) >= atLeast;
 }
 
-// Of the frames of the unclaimed names of a group that fit a field of the name.
+// Of the frames of the unclaimed names of a checked group that fit a field of the name.
 std::size_t CandidateIndex::narrowestOf(Index number, Index index, Span const& span) const {
     Group const& group = m_groups[number];
-    if (group.isChecked != 0 && group.unclaimed == group.size) {
+    if (group.unclaimed == group.size) {
         return m_narrowest[number];
     }
     std::size_t const around = m_names[index].size - span.length;
@@ -642,25 +644,23 @@ std::size_t CandidateIndex::claimAll(Index index, std::size_t field, Span const&
             prefetchGroup(member - before + i);
         }
     };
-    forEachMember(
-        group, askForPlaces, askForGroups, [](Index) {},
-        [&](Index member) {
-            Index const name = m_places[member].name;
-            if (isClaimed(name)) {
-                return;
-            }
-            if (claimed) {
-                claimed->push_back(name);
-            }
-            if (hasHidden) {
-                claim(name);
-                return;
-            }
-            m_isClaimed[name] = true;
-            for (Index i = 0; i < count; ++i) {
-                leaveGroup(member - before + i);
-            }
-        });
+    forEachMember(group, askForPlaces, askForGroups, askForNothing, [&](Index member) {
+        Index const name = m_places[member].name;
+        if (isClaimed(name)) {
+            return;
+        }
+        if (claimed) {
+            claimed->push_back(name);
+        }
+        if (hasHidden) {
+            claim(name);
+            return;
+        }
+        m_isClaimed[name] = true;
+        for (Index i = 0; i < count; ++i) {
+            leaveGroup(member - before + i);
+        }
+    });
     return narrowest;
 }
 
