@@ -42,7 +42,10 @@ TEST_P(FFmpegFailingMemory, AMediumIsDescribedOrTheDocumentStays) {
 INSTANTIATE_TEST_SUITE_P(Media, FFmpegFailingMemory,
                          testing::Values("sound.mov", "rate2997drop.mov", "list.m3u8", "broadcast.mxf",
                                          "sequences/shot.%04d.png", "sequences/half.%03d.exr", "still.png",
-                                         "sound.wav", "variable.mp4", "no such medium.mov", "sequences"));
+                                         "sound.wav", "variable.mp4", "no such medium.mov",
+                                         "no such m\xc3\xa9"
+                                         "dium.mov",
+                                         "sequences"));
 
 TEST(FFmpegReaderFailingMemory, AReaderIsRegisteredOrNotThere) {
     failEachAllocation([](FailingMemory& memory) {

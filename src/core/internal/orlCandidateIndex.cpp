@@ -33,10 +33,6 @@ void prefetch(void const* address) {
 
 void askForNothing(CandidateIndex::Index /*member*/) {}
 
-// With up to so many places for a name, most of them are compared with others sooner or later: then it is better
-// done in the order in which their texts stand in memory.
-constexpr CandidateIndex::Index FEW_PLACES = 1;
-
 // Up to this many frames are sorted each time they are asked for.
 constexpr std::size_t FEW_FRAMES = 32;
 
@@ -205,7 +201,9 @@ void CandidateIndex::groupPlaces() {
     }
     std::vector<Bucket>().swap(m_buckets);
     m_chunks = {};
-    if (m_firstHidden.empty() && placeCount() <= size() * FEW_PLACES) {
+    // With no more than a place for a name most are compared with others sooner or later: then it is better done in
+    // the order in which their texts stand in memory.
+    if (m_firstHidden.empty() && placeCount() <= size()) {
         checkInOrder();
     }
 }

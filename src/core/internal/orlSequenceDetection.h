@@ -37,7 +37,7 @@ public:
     /// Views of texts that live as long as this object, and stay where they are until it is moved.
     std::vector<std::string_view> views() const;
 
-    /// The same.
+    /// The same views, as detectSequences() takes them.
     CandidateIndex::Names names() const;
 
 private:

@@ -10,8 +10,6 @@
 #include "internal/orlStoredName.h"
 #include "internal/orlStreamDescription.h"
 
-#include <sys/stat.h>
-
 #include <limits>
 #include <new>
 #include <utility>
@@ -28,11 +26,6 @@ AVRational rateFor(Rational const& rate) {
         return RATE_OF_NOTHING;
     }
     return AVRational{rate.getNumerator(), static_cast<int>(rate.getDenominator())};
-}
-
-bool exists(std::string const& path) {
-    struct stat status = {};
-    return stat(path.c_str(), &status) == 0;
 }
 
 std::string lastPartOf(std::string const& path) { return path.substr(path.rfind('/') + 1); } // npos + 1 is 0

@@ -26,11 +26,6 @@ bool isAscii(std::string const& text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-bool exists(std::string const& path) {
-    struct stat status = {};
-    return stat(path.c_str(), &status) == 0;
-}
-
 // The first entry of a directory that looks like the name; empty if none does.
 std::string findEntry(std::string const& before, std::string const& name) {
     Directory const directory = openDirectory(before);
@@ -49,6 +44,11 @@ std::string findEntry(std::string const& before, std::string const& name) {
 }
 
 } // namespace
+
+bool exists(std::string const& path) {
+    struct stat status = {};
+    return stat(path.c_str(), &status) == 0;
+}
 
 std::string comparableName(std::string const& name) {
     if (isAscii(name)) {

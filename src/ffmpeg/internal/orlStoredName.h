@@ -11,6 +11,9 @@ namespace ORL_0_81::media {
 /// take them for one name, but most tell them apart: there a name that was written on another system, or that
 /// was normalised, does not open the file that it means.
 
+/// Whether the path leads to anything that the process may see.
+bool exists(std::string const& path);
+
 /// The text with all characters taken apart, so that texts that look alike are equal. A text that is no valid
 /// UTF-8 stays as it is.
 ///

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // Copyright Contributors to the orlCore project
 #include "support/orlFailingMemory.h"
+#include "support/orlTemporaryFolder.h"
 
 #include <orlFileSequenceUtils.h>
-#include <orlPlatform.h>
 
 #include <gtest/gtest.h>
 
@@ -111,11 +111,9 @@ TEST(FileSequenceUtilsFailingMemory, AMalformedFilterIsRefusedOrNotLookedAt) {
     });
 }
 
-class Folder {
+class Folder : public orlTest::TemporaryFolder {
 public:
-    Folder()
-        : m_path(fs::temp_directory_path() /
-                 ("orlFileSequenceUtilsFailingMemory" + std::to_string(Platform::getpid()))) {
+    Folder() : TemporaryFolder("orlFileSequenceUtilsFailingMemory") {
         fs::create_directories(m_path / "a folder is no file");
         for (unsigned long i = 0; i < 3; ++i) {
             std::ofstream(m_path / ("a_shot_of_some_length.100" + std::to_string(i) + ".exr"));
@@ -124,14 +122,6 @@ public:
         fs::create_symlink(m_path / "a_shot_of_some_length.1000.exr", m_path / "link.1.exr");
         std::ofstream(m_path / "notes");
     }
-    Folder(Folder const&) = delete;
-    Folder& operator=(Folder const&) = delete;
-    ~Folder() { fs::remove_all(m_path); }
-
-    std::string path() const { return m_path.string(); }
-
-private:
-    fs::path m_path;
 };
 
 TEST(FileSequenceUtilsFailingMemory, ADirectoryIsGroupedOrTheResultIsEmpty) {

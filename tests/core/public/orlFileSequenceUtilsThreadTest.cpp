@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 // Copyright Contributors to the orlCore project
+#include "support/orlTemporaryFolder.h"
 #include "support/orlThreads.h"
 
 #include <orlFileSequenceUtils.h>
-#include <orlPlatform.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstddef>
-#include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -20,8 +19,6 @@ namespace {
 
 using namespace ORL_0_81;
 using orlTest::onThreads;
-
-namespace fs = std::filesystem;
 
 constexpr std::size_t THREADS = 4;
 constexpr int ROUNDS = 5;
@@ -46,24 +43,13 @@ std::string wildFilter() {
     return filter + "shot.*[0-9]+)";
 }
 
-class Folder {
+class Folder : public orlTest::TemporaryFolder {
 public:
-    Folder()
-        : m_path(fs::temp_directory_path() /
-                 ("orlFileSequenceUtilsThread" + std::to_string(Platform::getpid()))) {
-        fs::create_directories(m_path);
+    Folder() : TemporaryFolder("orlFileSequenceUtilsThread") {
         for (char const* const name : {"shot.1.exr", "shot.2.exr", "shot.3.exr", "notes", "b\\.1", "b\\.2"}) {
             std::ofstream(m_path / name).put('x');
         }
     }
-    Folder(Folder const&) = delete;
-    Folder& operator=(Folder const&) = delete;
-    ~Folder() { fs::remove_all(m_path); }
-
-    std::string path() const { return m_path.string(); }
-
-private:
-    fs::path m_path;
 };
 
 TEST(FileSequenceUtilsThreads, AllOperationsMayBeCalledFromManyThreadsAtOnce) {

@@ -2,6 +2,7 @@
 // Copyright Contributors to the orlCore project
 #include "support/Files.h"
 #include "support/orlFailingMemory.h"
+#include "support/orlTemporaryFolder.h"
 
 #include <orlPlatform.h>
 
@@ -67,23 +68,15 @@ TEST(PlatformFailingMemory, TheNameOfAThreadIsReadOrTheTextStays) {
     });
 }
 
-class Tree {
+class Tree : public orlTest::TemporaryFolder {
 public:
-    Tree() : m_path(fs::temp_directory_path() / ("orlPlatformFailing" + std::to_string(Platform::getpid()))) {
+    Tree() : TemporaryFolder("orlPlatformFailing") {
         fs::create_directories(m_path / "a directory with a name of some length" / "within");
         for (char const* const name : {"a file with a name of some length", "b"}) {
             std::ofstream(m_path / name) << "x";
             std::ofstream(m_path / "a directory with a name of some length" / name) << "x";
         }
     }
-    Tree(Tree const&) = delete;
-    Tree& operator=(Tree const&) = delete;
-    ~Tree() { fs::remove_all(m_path); }
-
-    std::string path() const { return m_path.string(); }
-
-private:
-    fs::path m_path;
 };
 
 TEST(PlatformFailingMemory, RemovingFilesClosesEveryDirectoryAndCanBeTriedAgain) {
